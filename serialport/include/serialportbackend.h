@@ -1,0 +1,30 @@
+#pragma once
+
+#include "zelvarserialport_global.h"
+
+#include <QObject>
+
+// A byte pipe to one servo bus: a serial port, a pseudo-terminal or an in-process
+// simulation. It knows nothing of packets; the library frames what it carries.
+// A backend lives in the thread that created it and signals there.
+class ZELVAR_SERIALPORT_EXPORT SerialPortBackend : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+    ~SerialPortBackend() override;
+
+    // Empty on success, otherwise a text for the user that names the port and the cause.
+    virtual QString open(int baudRate) = 0;
+    virtual void close() = 0;
+    virtual bool isOpen() const = 0;
+    virtual bool write(const QByteArray &bytes) = 0;
+    virtual QByteArray readAll() = 0;
+
+signals:
+    void readyRead();
+    // The bus is gone (adapter unplugged, bridge ended). The backend has already closed
+    // itself; `reason` is for the user.
+    void failed(const QString &reason);
+};

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "serialportitem.h"
+#include "zelvarserialport_global.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+#include <functional>
+#include <memory>
+#include <vector>
+
+class BusSession;
+
+// The program's only door to a servo bus. One object drives one port; requests are
+// framed as Protocol 2.0 and their replies are handed back through
+// readPendingSerialData() once they are complete and valid.
+class ZELVAR_SERIALPORT_EXPORT ZelvarSerialPortInterface : public QObject
+{
+    Q_OBJECT
+
+public:
+    // `protocolVersion` selects the wire protocol; only 2 is spoken.
+    ZelvarSerialPortInterface(QObject *parent, unsigned char protocolVersion);
+    virtual ~ZelvarSerialPortInterface();
+
+    QString openSerialPort(QString portName, int baudRate);
+    void closeSerialPort();
+    std::vector<std::shared_ptr<SerialPortItem>> getSerialPortList();
+
+    bool readData(unsigned char id, unsigned char address, unsigned char length,
+                  std::function<void()> onData);
+    bool writeData(unsigned char id, unsigned char address, const QByteArray &data,
+                   std::function<void()> onData);
+    bool reboot(unsigned char id, std::function<void()> onData);
+    bool reset(unsigned char id, std::function<void()> onData);
+
+    QByteArray readPendingSerialData();
+    void cleanUp();
+
+private:
+    std::unique_ptr<BusSession> session;
+};

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "packet.h"
+
+#include <QByteArray>
+#include <optional>
+
+// Cuts a byte stream into whole, CRC-checked, unstuffed packets. It owns no port:
+// feed it whatever arrived and take packets out until it has none.
+class PacketFramer
+{
+public:
+    // Largest length field accepted: a status packet for a 255-byte read, fully stuffed.
+    static constexpr int MaxLengthField = 512;
+    // Anything beyond this is stale; the oldest bytes go first.
+    static constexpr int BufferCap = 4096;
+
+    void append(const QByteArray &bytes);
+    std::optional<Packet> next();
+    void clear();
+
+    int bufferedSize() const { return buffer.size(); }
+    // Bytes thrown away while resynchronising, since construction.
+    qint64 discardedBytes() const { return discarded; }
+
+private:
+    void discard(int count);
+
+    QByteArray buffer;
+    qint64 discarded = 0;
+};

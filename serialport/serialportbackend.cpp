@@ -1,0 +1,3 @@
+#include "serialportbackend.h"
+
+SerialPortBackend::~SerialPortBackend() = default;
