@@ -21,6 +21,9 @@ public:
     virtual bool isOpen() const = 0;
     virtual bool write(const QByteArray &bytes) = 0;
     virtual QByteArray readAll() = 0;
+    // Blocks until bytes are waiting or `msecs` have passed, for the calls that must
+    // return with their reply (reboot, factory reset). True when bytes are waiting.
+    virtual bool waitForReadyRead(int msecs) = 0;
 
 signals:
     void readyRead();
