@@ -1,0 +1,63 @@
+#pragma once
+
+#include "busrequest.h"
+#include "packetframer.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QTimer>
+#include <deque>
+#include <memory>
+#include <optional>
+
+class SerialPortBackend;
+struct Packet;
+
+// One port and the transactions on it. The bus is half duplex, so one request is on the
+// wire at a time; later ones wait their turn, and only the reply to the most recent
+// request is handed over, so that a caller counting reply bytes stays in step.
+class BusSession : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit BusSession(unsigned char protocolVersion);
+    ~BusSession() override;
+
+    QString open(const QString &portName, int baudRate);
+    void close();
+
+    // False when no port is open or the instruction could not be sent.
+    bool submit(BusRequest request);
+    // Like submit(), but returns only once the reply has been handed over or the request
+    // has been given up.
+    bool submitAndWait(BusRequest request);
+
+    QByteArray takeHandedOver();
+    void discardHandedOver();
+
+private:
+    bool isOpen() const;
+    void enqueue(BusRequest request);
+    void sendNext();
+    void processIncoming();
+    void accept(const Packet &packet);
+    void onTimeout();
+    void abandonInFlight();
+    void onBackendFailed();
+    bool isPending(quint64 sequence) const;
+    int adapterMarginUs() const;
+    static QByteArray handoverForm(const BusRequest &request, const Packet &packet);
+
+    const unsigned char protocolVersion;
+    std::unique_ptr<SerialPortBackend> backend;
+    int baudRate = 0;
+    PacketFramer framer;
+    std::deque<BusRequest> waiting;
+    std::optional<BusRequest> inFlight;
+    QElapsedTimer inFlightClock;
+    qint64 inFlightTimeoutNs = 0;
+    QTimer timeoutTimer;
+    quint64 lastSequence = 0;
+    QByteArray handedOver;
+};

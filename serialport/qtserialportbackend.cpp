@@ -1,0 +1,145 @@
+#include "qtserialportbackend.h"
+
+#include <QFileInfo>
+#include <QSerialPortInfo>
+
+#ifdef Q_OS_LINUX
+#include <linux/serial.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+#endif
+
+namespace {
+
+constexpr int HighestCustomRate = 4000000;
+// A USB adapter in low-latency mode, or a pseudo-terminal.
+constexpr int LowLatencyMarginUs = 2000;
+// USB adapters that refuse low-latency mode hold replies back for up to 16 ms.
+constexpr int BufferedMarginUs = 18000;
+
+bool isUsbAdapter(const QString &location)
+{
+    const QSerialPortInfo info(location);
+    return info.hasVendorIdentifier();
+}
+
+} // namespace
+
+QtSerialPortBackend::QtSerialPortBackend(const QString &portName, const QString &location)
+    : portName(portName)
+{
+    port.setPortName(location);
+    connect(&port, &QSerialPort::readyRead, this, &SerialPortBackend::readyRead);
+    connect(&port, &QSerialPort::errorOccurred, this, &QtSerialPortBackend::onErrorOccurred);
+}
+
+QString QtSerialPortBackend::open(int baudRate)
+{
+    if (baudRate <= 0 || baudRate > HighestCustomRate)
+        return tr("Cannot open %1: the baud rate %2 is not supported.").arg(portName).arg(baudRate);
+    if (port.isOpen())
+        port.close();
+    if (!port.open(QIODevice::ReadWrite))
+        return openError(port.error());
+    const bool configured =
+        port.setDataBits(QSerialPort::Data8) && port.setParity(QSerialPort::NoParity) &&
+        port.setStopBits(QSerialPort::OneStop) && port.setFlowControl(QSerialPort::NoFlowControl);
+    if (!port.setBaudRate(baudRate)) {
+        port.close();
+        return tr("Cannot open %1: the port does not support the baud rate %2.")
+            .arg(portName)
+            .arg(baudRate);
+    }
+    if (!configured) {
+        const QString reason = port.errorString();
+        port.close();
+        return tr("Cannot open %1: the port refused 8 data bits, no parity, 1 stop bit (%2).")
+            .arg(portName, reason);
+    }
+    lowLatency = requestLowLatency();
+    port.clear();
+    return {};
+}
+
+void QtSerialPortBackend::close()
+{
+    if (port.isOpen())
+        port.close();
+}
+
+bool QtSerialPortBackend::isOpen() const
+{
+    return port.isOpen();
+}
+
+bool QtSerialPortBackend::write(const QByteArray &bytes)
+{
+    return port.isOpen() && port.write(bytes) == bytes.size();
+}
+
+QByteArray QtSerialPortBackend::readAll()
+{
+    return port.isOpen() ? port.readAll() : QByteArray();
+}
+
+bool QtSerialPortBackend::waitForReadyRead(int msecs)
+{
+    return port.isOpen() && port.waitForReadyRead(msecs);
+}
+
+int QtSerialPortBackend::adapterMarginUs() const
+{
+    return lowLatency || !isUsbAdapter(port.portName()) ? LowLatencyMarginUs : BufferedMarginUs;
+}
+
+void QtSerialPortBackend::onErrorOccurred(QSerialPort::SerialPortError error)
+{
+    if (!port.isOpen())
+        return;
+    if (error != QSerialPort::ResourceError && error != QSerialPort::ReadError &&
+        error != QSerialPort::WriteError)
+        return;
+    // Left open, QSerialPort reports the same error again and again from its notifier.
+    const QString reason = port.errorString();
+    port.close();
+    emit failed(tr("The connection to %1 was lost: %2.").arg(portName, reason));
+}
+
+QString QtSerialPortBackend::openError(QSerialPort::SerialPortError error) const
+{
+    switch (error) {
+    case QSerialPort::DeviceNotFoundError:
+        return tr("Cannot open %1: there is no such port.").arg(portName);
+    case QSerialPort::PermissionError: {
+        // QSerialPort reports a port held by another program as a permission error too.
+        const QFileInfo device(port.portName().startsWith('/') ? port.portName()
+                                                               : "/dev/" + port.portName());
+        if (device.isReadable() && device.isWritable())
+            return tr("Cannot open %1: the port is busy; another program is using it.")
+                .arg(portName);
+        return tr("Cannot open %1: permission denied. Add your user to the dialout group "
+                  "(sudo usermod -aG dialout $USER) and log in again.")
+            .arg(portName);
+    }
+    case QSerialPort::OpenError:
+        return tr("Cannot open %1: the port is already open.").arg(portName);
+    default:
+        return tr("Cannot open %1: %2.").arg(portName, port.errorString());
+    }
+}
+
+bool QtSerialPortBackend::requestLowLatency()
+{
+#ifdef Q_OS_LINUX
+    // Without it, USB adapters collect received bytes for up to 16 ms before passing them on.
+    // Pseudo-terminals and some drivers do not know the request; they work without it.
+    const int fd = int(port.handle());
+    serial_struct serial{};
+    if (fd < 0 || ioctl(fd, TIOCGSERIAL, &serial) != 0)
+        return false;
+    serial.flags |= ASYNC_LOW_LATENCY;
+    return ioctl(fd, TIOCSSERIAL, &serial) == 0;
+#else
+    return false;
+#endif
+}
