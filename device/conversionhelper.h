@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+
+struct FieldLimits;
+
+// The arithmetic between raw register values, physical values in base units and the
+// display units. The constants keep the precision the servos were calibrated with.
+class ConversionHelper
+{
+public:
+    static constexpr double twoPi = 6.283185307178;
+    static constexpr double pi = 3.141592653589;
+
+    // Base unit to the display unit with index unitIndex of quantity id.
+    double toDisplay(double value, int32_t id, int32_t unitIndex) const;
+    double fromDisplay(double value, int32_t id, int32_t unitIndex) const;
+
+    // Linear map of the limits record, raw range onto physical range.
+    double rawToPhysical(int32_t raw, const FieldLimits &limits) const;
+    // The inverse, truncated toward zero.
+    int32_t physicalToRaw(double physical, const FieldLimits &limits) const;
+};
