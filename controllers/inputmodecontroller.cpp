@@ -1,0 +1,3 @@
+#include "controllers/inputmodecontroller.h"
+
+void InputModeController::apply() {}

@@ -1,0 +1,3 @@
+#include "controllers/operationmodecontroller.h"
+
+void OperationModeController::apply() {}
