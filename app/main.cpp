@@ -1,7 +1,14 @@
+#include "app/mainwindow.h"
+
 #include <QApplication>
 
 int main(int argc, char *argv[])
 {
+    // The images live in a static library, whose resources are not registered on their own.
+    Q_INIT_RESOURCE(resources);
+
     QApplication application(argc, argv);
-    return 0;
+    MainWindow window;
+    window.show();
+    return application.exec();
 }

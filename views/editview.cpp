@@ -1,0 +1,5 @@
+#include "views/editview.h"
+
+EditView::EditView(QWidget *parent)
+    : QWidget(parent)
+{}

@@ -1,0 +1,5 @@
+#include "views/registerview.h"
+
+RegisterView::RegisterView(QWidget *parent)
+    : QWidget(parent)
+{}
