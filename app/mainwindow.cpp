@@ -1,6 +1,7 @@
 #include "app/mainwindow.h"
 #include "ui_mainwindow.h"
 
+#include "link/serialhelper.h"
 #include "settings/settings.h"
 
 #include <QCloseEvent>
@@ -18,6 +19,7 @@ MainWindow::MainWindow(QWidget *parent)
     : QMainWindow(parent)
     , ui(new Ui::MainWindow)
     , settings(std::make_shared<Settings>(QStringLiteral("main window settings")))
+    , serialHelper(std::make_shared<SerialHelper>())
 {
     ui->setupUi(this);
     ui->tabWidget->setAutoFillBackground(true);

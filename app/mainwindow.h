@@ -6,6 +6,7 @@
 class QCloseEvent;
 class QLabel;
 class QSpinBox;
+class SerialHelper;
 class Settings;
 
 namespace Ui {
@@ -39,4 +40,5 @@ private:
     std::shared_ptr<QSpinBox> idSpinBox;
     std::shared_ptr<QLabel> pollingIntervalLabel;
     std::shared_ptr<QSpinBox> pollingIntervalSpinBox;
+    std::shared_ptr<SerialHelper> serialHelper;
 };
