@@ -3,6 +3,7 @@
 
 #include "link/serialhelper.h"
 #include "settings/settings.h"
+#include "settings/settingsdialog.h"
 
 #include <QCloseEvent>
 #include <QLabel>
@@ -19,6 +20,7 @@ MainWindow::MainWindow(QWidget *parent)
     : QMainWindow(parent)
     , ui(new Ui::MainWindow)
     , settings(std::make_shared<Settings>(QStringLiteral("main window settings")))
+    , settingsDialog(std::make_shared<SettingsDialog>())
     , serialHelper(std::make_shared<SerialHelper>())
 {
     ui->setupUi(this);
@@ -38,6 +40,7 @@ MainWindow::MainWindow(QWidget *parent)
             SLOT(on_pollingIntervalSpinBoxValueChanged(int)));
     connect(idSpinBox.get(), SIGNAL(valueChanged(int)), this, SLOT(on_idSpinBoxValueChanged(int)));
     connect(ui->actionQuit, SIGNAL(triggered()), this, SLOT(close()));
+    connect(ui->actionSettings, SIGNAL(triggered()), settingsDialog.get(), SLOT(show()));
 
     restoreGeometry(settings->value(geometryKey, QByteArray()).toByteArray());
     restoreState(settings->value(windowStateKey, QByteArray()).toByteArray());

@@ -8,6 +8,7 @@ class QLabel;
 class QSpinBox;
 class SerialHelper;
 class Settings;
+class SettingsDialog;
 
 namespace Ui {
 class MainWindow;
@@ -36,6 +37,7 @@ private:
 
     Ui::MainWindow *ui;
     std::shared_ptr<Settings> settings;
+    std::shared_ptr<SettingsDialog> settingsDialog;
     std::shared_ptr<QLabel> idLabel;
     std::shared_ptr<QSpinBox> idSpinBox;
     std::shared_ptr<QLabel> pollingIntervalLabel;

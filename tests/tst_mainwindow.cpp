@@ -1,4 +1,5 @@
 #include "app/mainwindow.h"
+#include "settings/settingsdialog.h"
 #include "views/editview.h"
 #include "views/registerview.h"
 
@@ -34,6 +35,7 @@ private slots:
     void updateIdMovesAndPersistsServoAddress();
     void closingPersistsGeometry();
     void quitClosesWindow();
+    void settingsActionShowsDialog();
 
 private:
     static QVariant stored(const QString &key);
@@ -283,6 +285,17 @@ void TestMainWindow::quitClosesWindow()
     window.show();
     child<QAction>(window, "actionQuit")->trigger();
     QVERIFY(!window.isVisible());
+}
+
+void TestMainWindow::settingsActionShowsDialog()
+{
+    MainWindow window;
+    SettingsDialog *dialog = SettingsDialog::instance();
+    QVERIFY(dialog);
+    QVERIFY(!dialog->isVisible());
+    child<QAction>(window, "actionSettings")->trigger();
+    QVERIFY(dialog->isVisible());
+    QVERIFY(dialog->isModal());
 }
 
 QTEST_MAIN(TestMainWindow)
