@@ -2,6 +2,7 @@
 #include "ui_mainwindow.h"
 
 #include "link/serialhelper.h"
+#include "search/searchdialog.h"
 #include "settings/settings.h"
 #include "settings/settingsdialog.h"
 
@@ -21,6 +22,7 @@ MainWindow::MainWindow(QWidget *parent)
     , ui(new Ui::MainWindow)
     , settings(std::make_shared<Settings>(QStringLiteral("main window settings")))
     , settingsDialog(std::make_shared<SettingsDialog>())
+    , searchDialog(std::make_shared<SearchDialog>())
     , serialHelper(std::make_shared<SerialHelper>())
 {
     ui->setupUi(this);
@@ -41,6 +43,10 @@ MainWindow::MainWindow(QWidget *parent)
     connect(idSpinBox.get(), SIGNAL(valueChanged(int)), this, SLOT(on_idSpinBoxValueChanged(int)));
     connect(ui->actionQuit, SIGNAL(triggered()), this, SLOT(close()));
     connect(ui->actionSettings, SIGNAL(triggered()), settingsDialog.get(), SLOT(show()));
+    connect(ui->actionSearch, SIGNAL(triggered()), searchDialog.get(), SLOT(show()));
+    connect(searchDialog.get(), SIGNAL(updateBaudRate(int)), settingsDialog.get(),
+            SLOT(on_updateBaudRate(int)));
+    connect(searchDialog.get(), SIGNAL(updateId(int)), this, SLOT(on_updateId(int)));
 
     restoreGeometry(settings->value(geometryKey, QByteArray()).toByteArray());
     restoreState(settings->value(windowStateKey, QByteArray()).toByteArray());

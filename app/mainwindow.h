@@ -6,6 +6,7 @@
 class QCloseEvent;
 class QLabel;
 class QSpinBox;
+class SearchDialog;
 class SerialHelper;
 class Settings;
 class SettingsDialog;
@@ -38,6 +39,7 @@ private:
     Ui::MainWindow *ui;
     std::shared_ptr<Settings> settings;
     std::shared_ptr<SettingsDialog> settingsDialog;
+    std::shared_ptr<SearchDialog> searchDialog;
     std::shared_ptr<QLabel> idLabel;
     std::shared_ptr<QSpinBox> idSpinBox;
     std::shared_ptr<QLabel> pollingIntervalLabel;
