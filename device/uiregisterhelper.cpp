@@ -4,8 +4,6 @@
 #include "widgets/iunitdatafield.h"
 #include "widgets/zelvarparametersgroupbox.h"
 
-#include <QWidget>
-
 namespace {
 
 std::shared_ptr<UiRegisterHelper> globalRegisterHelper;

@@ -74,18 +74,10 @@ void TestDevices::zelvarLimits_data()
 
     QTest::newRow("actual position") << "actualPositionLineEdit" << -1044479 << 1044479
                                      << -1602.2107193496022 << 1602.2107193496022;
-    QTest::newRow("target position") << "targetPositionDoubleSpinBox" << -1044479 << 1044479
-                                     << -1602.2107193496022 << 1602.2107193496022;
     QTest::newRow("angle limit has its own scale")
         << "clockwiseLimitDoubleSpinBox" << -2047 << 2047 << -3.141592653589 << 3.141592653589;
-    QTest::newRow("return delay counts 2 us")
-        << "ackResponseTimeSpinBox" << 0 << 254 << 0.0 << 508.0;
-    QTest::newRow("voltage in tenths") << "minVoltageLimitDoubleSpinBox" << 0 << 255 << 0.0 << 25.5;
-    QTest::newRow("feedforward") << "velocityFeedforwardTermDoubleSpinBox" << 0 << 16383 << 0.0
-                                 << 16.383;
     QTest::newRow("dead zone") << "deadZoneDoubleSpinBox" << 0 << 1024 << 0.0 << 1.5707963267945;
     QTest::newRow("direction") << "targetTorqueDirectionComboBox" << 0 << 0 << 0.0 << 0.0;
-    QTest::newRow("status box") << "angleLimitStatusCheckBox" << 0 << 1 << 0.0 << 1.0;
 }
 
 void TestDevices::zelvarLimits()
@@ -114,12 +106,8 @@ void TestDevices::ax12Limits_data()
     QTest::addColumn<double>("physicalMax");
 
     QTest::newRow("position") << "positionLineEdit" << 2047 << -3.141592653589 << 3.141592653589;
-    QTest::newRow("speed") << "speedLineEdit" << 10000 << 0.0 << 10.0;
-    QTest::newRow("angle limit") << "counterClockwiseLimitDoubleSpinBox" << 2047 << -3.141592653589
-                                 << 3.141592653589;
     QTest::newRow("lower-case i") << "positionintegralTermDoubleSpinBox" << 10 << 0.0 << 10.0;
     QTest::newRow("lower-case d") << "positionderivativeTermDoubleSpinBox" << 10 << 0.0 << 10.0;
-    QTest::newRow("model number") << "modelNumberLineEdit" << 255 << 0.0 << 255.0;
 }
 
 void TestDevices::ax12Limits()
