@@ -43,6 +43,7 @@ UiRegisterHelper::UiRegisterHelper()
     // Built in this order; where an address comes twice (107) the map keeps the first.
     // Items past the end of the control table (118, 119) and items without a widget are
     // kept: the scheduler's walk steps by item size and needs an item at every stop.
+    // clang-format off
     const Row rows[] = {
         {0, 2, T::UInt16, {"modelNumberLineEdit"}},
         // Requested as one byte, handled as a 16-bit value.
@@ -92,10 +93,7 @@ UiRegisterHelper::UiRegisterHelper()
         {74, 2, T::UInt16, {}},
         {76, 2, T::UInt16, {}},
         {78, 4, T::Int32, {"targetPositionDoubleSpinBox"}},
-        {82,
-         2,
-         T::UInt16,
-         {"targetAngularVelocityDoubleSpinBox", "targetAngularVelocityDirectionComboBox"}},
+        {82, 2, T::UInt16, {"targetAngularVelocityDoubleSpinBox", "targetAngularVelocityDirectionComboBox"}},
         {84, 2, T::UInt16, {"targetTorqueDoubleSpinBox", "targetTorqueDirectionComboBox"}},
         {86, 4, T::Int32, {"actualPositionLineEdit"}},
         {90, 2, T::UInt16, {"actualAngularVelocityLineEdit"}},
@@ -120,6 +118,7 @@ UiRegisterHelper::UiRegisterHelper()
         {118, 1, T::UInt8, {}},
         {119, 1, T::UInt8, {}},
     };
+    // clang-format on
     for (const Row &row : rows)
         addItem(row.address, row.size, row.type, row.widgets);
 }

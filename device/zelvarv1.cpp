@@ -122,6 +122,7 @@ ZelvarV1::ZelvarV1()
     const auto operationMode = std::make_shared<OperationModeController>();
     const auto inputMode = std::make_shared<InputModeController>();
     // baudRateComboBox has no record: its value is a code, not a range.
+    // clang-format off
     addLimits({
         {"actualPositionLineEdit", -1044479, 1044479, -positionRange, positionRange, nullptr},
         {"actualAngularVelocityLineEdit", 0, 2300, 0.0, 2.3, nullptr},
@@ -136,8 +137,7 @@ ZelvarV1::ZelvarV1()
         {"operatingModeComboBox", 0, 0, 0.0, 0.0, operationMode},
         {"inputModeComboBox", 0, 0, 0.0, 0.0, inputMode},
         {"clockwiseLimitDoubleSpinBox", -2047, 2047, -angleLimitRange, angleLimitRange, nullptr},
-        {"counterClockwiseLimitDoubleSpinBox", -2047, 2047, -angleLimitRange, angleLimitRange,
-         nullptr},
+        {"counterClockwiseLimitDoubleSpinBox", -2047, 2047, -angleLimitRange, angleLimitRange, nullptr},
         {"temperatureLimitDoubleSpinBox", 0, 255, 0.0, 255.0, nullptr},
         {"minVoltageLimitDoubleSpinBox", 0, 255, 0.0, 25.5, nullptr},
         {"maxVoltageLimitDoubleSpinBox", 0, 255, 0.0, 25.5, nullptr},
@@ -151,8 +151,7 @@ ZelvarV1::ZelvarV1()
         {"defVelocityIntegralTermDoubleSpinBox", 0, 4000, 0.0, 4.0, nullptr},
         {"defAngularVelocityProfileDoubleSpinBox", 0, 2000, 0.0, 2.0, nullptr},
         {"defAccelerationProfileDoubleSpinBox", 0, 48000, 0.0, 48.0, nullptr},
-        {"hornPositionOffsetDoubleSpinBox", -1044479, 1044479, -positionRange, positionRange,
-         nullptr},
+        {"hornPositionOffsetDoubleSpinBox", -1044479, 1044479, -positionRange, positionRange, nullptr},
         {"movingThresholdDoubleSpinBox", 0, 2000, 0.0, 2.0, nullptr},
         {"targetPositionDoubleSpinBox", -1044479, 1044479, -positionRange, positionRange, nullptr},
         {"positionProportionalTermDoubleSpinBox", 0, 2000, 0.0, 200.0, nullptr},
@@ -176,6 +175,7 @@ ZelvarV1::ZelvarV1()
         {"hallStatusCheckBox", 0, 1, 0.0, 1.0, nullptr},
         {"angleLimitStatusCheckBox", 0, 1, 0.0, 1.0, nullptr},
     });
+    // clang-format on
     for (const DescriptionRow &row : descriptionRows)
         descriptions.emplace(row.address,
                              RegisterDescription{row.bank, row.row, row.writable,
