@@ -7,7 +7,9 @@
 #include "settings/settingsdialog.h"
 
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QLabel>
+#include <QScreen>
 #include <QSpinBox>
 
 namespace {
@@ -48,7 +50,8 @@ MainWindow::MainWindow(QWidget *parent)
             SLOT(on_updateBaudRate(int)));
     connect(searchDialog.get(), SIGNAL(updateId(int)), this, SLOT(on_updateId(int)));
 
-    restoreGeometry(settings->value(geometryKey, QByteArray()).toByteArray());
+    if (!restoreGeometry(settings->value(geometryKey, QByteArray()).toByteArray()))
+        fitIntoScreen();
     restoreState(settings->value(windowStateKey, QByteArray()).toByteArray());
 
     ui->statusBar->showMessage(tr("Disconnected"));
@@ -79,6 +82,13 @@ void MainWindow::on_pollingIntervalSpinBoxValueChanged(int value)
 void MainWindow::on_updateId(int value)
 {
     idSpinBox->setValue(value);
+}
+
+// The form is taller than many screens; without a stored geometry, keep the status bar in view.
+void MainWindow::fitIntoScreen()
+{
+    if (const QScreen *screen = QGuiApplication::primaryScreen())
+        resize(size().boundedTo(screen->availableGeometry().size()));
 }
 
 // The values are restored before anyone listens, so a start writes nothing back.

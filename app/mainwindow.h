@@ -35,6 +35,7 @@ private slots:
 
 private:
     void fillToolBar();
+    void fitIntoScreen();
 
     Ui::MainWindow *ui;
     std::shared_ptr<Settings> settings;

@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QLabel>
 #include <QMenu>
+#include <QScreen>
 #include <QSettings>
 #include <QSpinBox>
 #include <QStatusBar>
@@ -33,6 +34,7 @@ private slots:
     void spinBoxChangePersistsAtOnce_data();
     void spinBoxChangePersistsAtOnce();
     void updateIdMovesAndPersistsServoAddress();
+    void firstStartFitsIntoScreen();
     void closingPersistsGeometry();
     void quitClosesWindow();
     void settingsActionShowsDialog();
@@ -262,6 +264,14 @@ void TestMainWindow::updateIdMovesAndPersistsServoAddress()
     QVERIFY(QMetaObject::invokeMethod(&window, "on_updateId", Q_ARG(int, 42)));
     QCOMPARE(child<QSpinBox>(window, "idSpinBox")->value(), 42);
     QCOMPARE(stored(QStringLiteral("servoId")).toInt(), 42);
+}
+
+void TestMainWindow::firstStartFitsIntoScreen()
+{
+    MainWindow window;
+    const QSize available = QGuiApplication::primaryScreen()->availableGeometry().size();
+    QVERIFY(available.width() < 1192 || available.height() < 1428);
+    QCOMPARE(window.size(), QSize(1192, 1428).boundedTo(available));
 }
 
 void TestMainWindow::closingPersistsGeometry()
