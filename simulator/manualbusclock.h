@@ -1,0 +1,14 @@
+#pragma once
+
+#include "simulator/busclock.h"
+
+// A clock that moves only when told to, so that tests see exact times.
+class ManualBusClock : public BusClock
+{
+public:
+    qint64 nanoseconds() const override;
+    void advance(qint64 nanoseconds);
+
+private:
+    qint64 now = 0;
+};

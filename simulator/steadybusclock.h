@@ -1,0 +1,15 @@
+#pragma once
+
+#include "simulator/busclock.h"
+
+#include <chrono>
+
+// The wall clock, monotonic.
+class SteadyBusClock : public BusClock
+{
+public:
+    qint64 nanoseconds() const override;
+
+private:
+    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+};

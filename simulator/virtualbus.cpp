@@ -1,0 +1,197 @@
+#include "simulator/virtualbus.h"
+
+#include "packet.h"
+#include "packetcodec.h"
+#include "simulator/baudratecode.h"
+#include "simulator/servoregisters.h"
+#include "simulator/steadybusclock.h"
+#include "simulator/virtualservo.h"
+
+#include <QMutexLocker>
+#include <algorithm>
+#include <map>
+
+namespace {
+
+constexpr int BitsPerByte = 10;
+constexpr int MaxGarbageBytes = 8;
+
+} // namespace
+
+VirtualBus::VirtualBus(std::shared_ptr<BusClock> clock)
+    : clock(clock ? std::move(clock) : std::make_shared<SteadyBusClock>())
+    , steppedUntil(this->clock->nanoseconds())
+    , random(20240611)
+{}
+
+VirtualBus::~VirtualBus() = default;
+
+std::shared_ptr<VirtualServo> VirtualBus::addServo(quint8 id, int baudRate)
+{
+    auto servo = std::make_shared<VirtualServo>();
+    servo->setValue(ServoRegister::Id, 1, id);
+    servo->setValue(ServoRegister::BaudRate, 1, BaudRateCode::nearest(baudRate));
+    QMutexLocker locker(&mutex);
+    stations.push_back({servo, {}});
+    return servo;
+}
+
+void VirtualBus::addStandardServos()
+{
+    addServo(0, 1000000);
+    addServo(1, 1000000)->setValue(ServoRegister::OperatingMode, 1, ServoMode::Wheel);
+    addServo(3, 57600)->setValue(ServoRegister::OperatingMode, 1, ServoMode::Joint);
+}
+
+std::vector<std::shared_ptr<VirtualServo>> VirtualBus::servos() const
+{
+    QMutexLocker locker(&mutex);
+    std::vector<std::shared_ptr<VirtualServo>> result;
+    for (const Station &station : stations)
+        result.push_back(station.servo);
+    return result;
+}
+
+qint64 VirtualBus::now() const
+{
+    return clock->nanoseconds();
+}
+
+qint64 VirtualBus::wireNanoseconds(int bytes, int baudRate)
+{
+    return qint64(bytes) * BitsPerByte * 1'000'000'000 / std::max(1, baudRate);
+}
+
+void VirtualBus::advanceServos()
+{
+    const qint64 now = clock->nanoseconds();
+    const double seconds = (now - steppedUntil) / 1e9;
+    steppedUntil = now;
+    for (Station &station : stations)
+        station.servo->step(seconds);
+}
+
+std::vector<BusReply> VirtualBus::transfer(const Packet &request, int requestSize, int hostBaudRate)
+{
+    QMutexLocker locker(&mutex);
+    advanceServos();
+    const bool broadcast = request.id == BroadcastId;
+    const qint64 requestEnd = clock->nanoseconds() + wireNanoseconds(requestSize, hostBaudRate);
+
+    // Servos that share an id answer together; a broadcast ping is answered id by id.
+    std::map<quint8, std::vector<Station *>> answering;
+    for (Station &station : stations) {
+        const VirtualServo &servo = *station.servo;
+        if (!BaudRateCode::matches(servo.baudRateCode(), hostBaudRate))
+            continue;
+        if (servo.id() == request.id || broadcast)
+            answering[servo.id()].push_back(&station);
+    }
+
+    std::vector<BusReply> replies;
+    qint64 lineFree = requestEnd;
+    for (auto &[id, group] : answering) {
+        QByteArray merged;
+        int delay = 0;
+        Station *sender = nullptr;
+        for (Station *station : group) {
+            const Packet status = station->servo->handle(request);
+            delay = std::max(delay, station->servo->returnDelayMicroseconds());
+            const QByteArray bytes = PacketCodec::encode(status);
+            merged = merged.isNull() ? bytes : collide(merged, bytes);
+            sender = station;
+        }
+        // A broadcast changes every servo but only a ping is answered.
+        if (broadcast && request.instruction != Instruction::Ping)
+            continue;
+        const qint64 due =
+            lineFree + qint64(delay) * 1000 + wireNanoseconds(merged.size(), hostBaudRate);
+        lineFree = due;
+        const auto damaged = damage(*sender, merged, due, hostBaudRate);
+        replies.insert(replies.end(), damaged.begin(), damaged.end());
+    }
+    std::stable_sort(replies.begin(), replies.end(), [](const BusReply &a, const BusReply &b) {
+        return a.dueNanoseconds < b.dueNanoseconds;
+    });
+    return replies;
+}
+
+// Both servos drive the line; the second starts a bit later. An idle UART line is
+// high, so a byte is the AND of what both send, and the header no longer survives.
+QByteArray VirtualBus::collide(const QByteArray &first, const QByteArray &second)
+{
+    QByteArray result = first.size() >= second.size() ? first : second;
+    for (int i = 0; i < std::min(first.size(), second.size()); ++i) {
+        const quint8 late = quint8((quint8(second[i]) << 1) | 1);
+        result[i] = char(quint8(first[i]) & late);
+    }
+    return result;
+}
+
+bool VirtualBus::strikes(Station &station, BusFault fault)
+{
+    FaultSetting &setting = station.faults[int(fault)];
+    if (setting.remaining > 0) {
+        --setting.remaining;
+        return true;
+    }
+    return setting.probability > 0 &&
+           std::uniform_real_distribution<double>(0, 1)(random) < setting.probability;
+}
+
+std::vector<BusReply> VirtualBus::damage(Station &station, const QByteArray &reply, qint64 due,
+                                         int hostBaudRate)
+{
+    if (strikes(station, BusFault::Drop))
+        return {};
+    QByteArray bytes = reply;
+    if (strikes(station, BusFault::Corrupt)) {
+        const int index = std::uniform_int_distribution<int>(0, bytes.size() - 1)(random);
+        bytes[index] = char(bytes[index] ^ 0x5A);
+    }
+    if (strikes(station, BusFault::Truncate)) {
+        const int keep = std::uniform_int_distribution<int>(1, bytes.size() - 1)(random);
+        due -= wireNanoseconds(bytes.size() - keep, hostBaudRate);
+        bytes.truncate(keep);
+    }
+    if (strikes(station, BusFault::Garbage)) {
+        const int count = std::uniform_int_distribution<int>(1, MaxGarbageBytes)(random);
+        QByteArray noise;
+        // Never 0xFF, so that the noise cannot pass for the start of a header.
+        for (int i = 0; i < count; ++i)
+            noise.append(char(std::uniform_int_distribution<int>(0, 0xFE)(random)));
+        bytes.prepend(noise);
+        due += wireNanoseconds(count, hostBaudRate);
+    }
+    if (strikes(station, BusFault::Late))
+        due += LateReplyNanoseconds;
+    std::vector<BusReply> result{{bytes, due}};
+    if (strikes(station, BusFault::Twice))
+        result.push_back({bytes, due + wireNanoseconds(bytes.size(), hostBaudRate)});
+    return result;
+}
+
+void VirtualBus::setFaultProbability(quint8 id, BusFault fault, double probability)
+{
+    QMutexLocker locker(&mutex);
+    for (Station &station : stations) {
+        if (station.servo->id() == id)
+            station.faults[int(fault)].probability = probability;
+    }
+}
+
+void VirtualBus::injectFault(quint8 id, BusFault fault, int replies)
+{
+    QMutexLocker locker(&mutex);
+    for (Station &station : stations) {
+        if (station.servo->id() == id)
+            station.faults[int(fault)].remaining = replies;
+    }
+}
+
+void VirtualBus::clearFaults()
+{
+    QMutexLocker locker(&mutex);
+    for (Station &station : stations)
+        station.faults = {};
+}
