@@ -1,4 +1,5 @@
 #include "app/mainwindow.h"
+#include "simulator/virtualbusportprovider.h"
 
 #include <QApplication>
 
@@ -8,6 +9,8 @@ int main(int argc, char *argv[])
     Q_INIT_RESOURCE(resources);
 
     QApplication application(argc, argv);
+    // Without hardware, the simulated bus is what the user connects to.
+    VirtualBusPortProvider::installProcessBus();
     MainWindow window;
     window.show();
     return application.exec();
