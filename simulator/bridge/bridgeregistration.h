@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// The symbolic links through which others find the bridge's pseudo-terminal: one in
+// the per-user runtime folder that the port list scans, and any the user asked for.
+// They go when the registration does.
+class BridgeRegistration
+{
+public:
+    BridgeRegistration() = default;
+    BridgeRegistration(const BridgeRegistration &) = delete;
+    BridgeRegistration &operator=(const BridgeRegistration &) = delete;
+    ~BridgeRegistration();
+
+    static QString folder();
+
+    // Empty on success, otherwise what went wrong.
+    QString addListed(const QString &portName, const QString &target);
+    QString addLink(const QString &linkPath, const QString &target);
+
+private:
+    QStringList links;
+};

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QObject>
+
+class QSocketNotifier;
+
+// Turns SIGINT and SIGTERM into a Qt signal, through a pipe that the handler writes.
+class SignalWatcher : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit SignalWatcher(QObject *parent = nullptr);
+    ~SignalWatcher() override;
+
+signals:
+    void terminationRequested();
+
+private slots:
+    void onSignal();
+
+private:
+    static void handle(int signal);
+
+    QSocketNotifier *notifier = nullptr;
+};
