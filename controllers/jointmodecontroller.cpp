@@ -1,0 +1,6 @@
+#include "controllers/jointmodecontroller.h"
+
+void JointModeController::apply()
+{
+    applyMode(Joint);
+}

@@ -1,0 +1,6 @@
+#include "controllers/multiturnmodecontroller.h"
+
+void MultiTurnModeController::apply()
+{
+    applyMode(MultiTurn);
+}

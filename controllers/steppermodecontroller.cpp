@@ -1,0 +1,6 @@
+#include "controllers/steppermodecontroller.h"
+
+void StepperModeController::apply()
+{
+    applyMode(Stepper);
+}

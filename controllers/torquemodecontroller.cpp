@@ -1,0 +1,6 @@
+#include "controllers/torquemodecontroller.h"
+
+void TorqueModeController::apply()
+{
+    applyMode(Torque);
+}

@@ -1,0 +1,6 @@
+#include "controllers/wheelmodecontroller.h"
+
+void WheelModeController::apply()
+{
+    applyMode(Wheel);
+}

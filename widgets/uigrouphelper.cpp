@@ -1,0 +1,312 @@
+#include "widgets/uigrouphelper.h"
+
+#include "link/serialhelper.h"
+#include "widgets/igroupinputcomponent.h"
+#include "widgets/iunitdatafield.h"
+#include "widgets/zelvargrouptoolbutton.h"
+#include "widgets/zelvarparametersgroupbox.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QIcon>
+#include <QWidget>
+
+namespace {
+
+std::shared_ptr<UiGroupHelper> processHelper;
+
+constexpr uint8_t nonVolatileAddress = 3;
+constexpr int nonVolatileLength = 38;
+constexpr uint8_t volatileAddress = 48;
+constexpr int volatileLength = 60;
+constexpr int directionBit = 0x8000;
+
+enum class Encoding { Raw, BaudRateCode };
+
+// One control's place in a block: its bytes, little-endian, at offset.
+struct BlockField
+{
+    int offset;
+    int width;
+    const char *name;
+    Encoding encoding = Encoding::Raw;
+    // A direction combo box whose index above 0 sets bit 15 of the value.
+    const char *direction = nullptr;
+};
+
+const BlockField nonVolatileFields[] = {
+    {0, 1, "idSpinBox"},
+    {1, 1, "baudRateComboBox", Encoding::BaudRateCode},
+    {2, 1, "ackResponseTimeSpinBox"},
+    {3, 1, "operatingModeComboBox"},
+    {4, 2, "clockwiseLimitDoubleSpinBox"},
+    {6, 2, "counterClockwiseLimitDoubleSpinBox"},
+    {8, 1, "temperatureLimitDoubleSpinBox"},
+    {9, 1, "minVoltageLimitDoubleSpinBox"},
+    {10, 1, "maxVoltageLimitDoubleSpinBox"},
+    {11, 2, "quadratureCurrentLimitDoubleSpinBox"},
+    {13, 2, "angularVelocityLimitDoubleSpinBox"},
+    {15, 2, "accelerationLimitDoubleSpinBox"},
+    {17, 4, "hornPositionOffsetDoubleSpinBox"},
+    {21, 2, "movingThresholdDoubleSpinBox"},
+    {23, 1, "inputModeComboBox"},
+    {24, 2, "defPositionProportionalTermDoubleSpinBox"},
+    {26, 2, "defVelocityFeedforwardTermDoubleSpinBox"},
+    {28, 2, "defCurrentFeedforwardTermDoubleSpinBox"},
+    {30, 2, "defVelocityIntegralTermDoubleSpinBox"},
+    {32, 2, "defVelocityProportionalTermDoubleSpinBox"},
+    {34, 2, "defAngularVelocityProfileDoubleSpinBox"},
+    {36, 2, "defAccelerationProfileDoubleSpinBox"},
+};
+
+const BlockField volatileFields[] = {
+    {0, 1, "enableMotorCheckBox"},
+    {1, 1, "pendingShadowInstructionCheckBox"},
+    {6, 2, "positionProportionalTermDoubleSpinBox"},
+    {8, 2, "velocityFeedforwardTermDoubleSpinBox"},
+    {10, 2, "currentFeedforwardTermDoubleSpinBox"},
+    {12, 2, "velocityIntegralTermDoubleSpinBox"},
+    {14, 2, "velocityProportionalTermDoubleSpinBox"},
+    {20, 2, "angularVelocityProfileDoubleSpinBox"},
+    {22, 2, "accelerationProfileDoubleSpinBox"},
+    {30, 4, "targetPositionDoubleSpinBox"},
+    {34, 2, "targetAngularVelocityDoubleSpinBox", Encoding::Raw,
+     "targetAngularVelocityDirectionComboBox"},
+    {36, 2, "targetTorqueDoubleSpinBox", Encoding::Raw, "targetTorqueDirectionComboBox"},
+};
+
+IUnitDataField *fieldNamed(const QWidget *form, const char *name)
+{
+    return dynamic_cast<IUnitDataField *>(form->findChild<QObject *>(QLatin1String(name)));
+}
+
+int encodedValue(const QWidget *form, const BlockField &field, IUnitDataField *control)
+{
+    int value = control->value();
+    if (field.encoding == Encoding::BaudRateCode)
+        value = SerialHelper::baudRateRegisterValue(value);
+    if (field.direction) {
+        const IUnitDataField *direction = fieldNamed(form, field.direction);
+        if (direction && const_cast<IUnitDataField *>(direction)->value() > 0)
+            value |= directionBit;
+    }
+    return value;
+}
+
+template<size_t N>
+void putFields(QByteArray &block, const QWidget *form, const BlockField (&fields)[N])
+{
+    for (const BlockField &field : fields) {
+        IUnitDataField *control = fieldNamed(form, field.name);
+        if (!control)
+            continue;
+        const int value = encodedValue(form, field, control);
+        for (int i = 0; i < field.width; ++i)
+            block[field.offset + i] = char((value >> (8 * i)) & 0xFF);
+    }
+}
+
+ZelvarGroupToolButton *firstButtonWithRole(const QObject *group, int32_t role)
+{
+    for (QObject *child : group->children()) {
+        auto *button = qobject_cast<ZelvarGroupToolButton *>(child);
+        if (button && button->role == role)
+            return button;
+    }
+    return nullptr;
+}
+
+template<typename Operation>
+void forEachInput(const QObject *group, Operation operation)
+{
+    for (QObject *child : group->children()) {
+        if (auto *input = dynamic_cast<IGroupInputComponent *>(child))
+            operation(child, input);
+    }
+}
+
+void showEdit(ZelvarGroupToolButton *button)
+{
+    button->setIcon(QIcon(QStringLiteral(":/images/edit.png")));
+    button->setText(UiGroupHelper::tr("Edit"));
+}
+
+} // namespace
+
+UiGroupHelper::UiGroupHelper(QWidget *form, QAction *connectAction, QAction *disconnectAction)
+    : form(form)
+    , connectAction(connectAction)
+    , disconnectAction(disconnectAction)
+{
+    qRegisterMetaType<uint8_t>("uint8_t");
+    setUpGroup("realtimeInformationGroupBox", [] {});
+    setUpGroup("versionInfoGroupBox", [] {});
+    setUpGroup("nonVolatileParamsGroupBox", [this] { saveNonVolatile(); });
+    setUpGroup("volatileParamsGroupBox", [this] { saveVolatile(); });
+    setUpGroup("zelvarHardwareErrorGroupBox", nullptr);
+    setUpGroup("zelvarPacketStatusGroupBox", nullptr);
+    if (auto *enableMotor = form->findChild<QCheckBox *>(QStringLiteral("enableMotorCheckBox")))
+        connect(enableMotor, SIGNAL(toggled(bool)), this,
+                SLOT(on_enableMotorCheckBox_toggled(bool)));
+}
+
+std::shared_ptr<UiGroupHelper> UiGroupHelper::instance()
+{
+    return processHelper;
+}
+
+std::shared_ptr<UiGroupHelper> UiGroupHelper::create(QWidget *form)
+{
+    if (!processHelper) {
+        QWidget *window = form->window();
+        processHelper = std::make_shared<UiGroupHelper>(
+            form, window->findChild<QAction *>(QStringLiteral("actionConnect")),
+            window->findChild<QAction *>(QStringLiteral("actionDisconnect")));
+    }
+    return processHelper;
+}
+
+void UiGroupHelper::setRegisterSource(RegisterSource source)
+{
+    registerSource = std::move(source);
+}
+
+void UiGroupHelper::setUpGroup(const char *groupName, std::function<void()> save)
+{
+    auto *group = form->findChild<ZelvarParametersGroupBox *>(QLatin1String(groupName));
+    if (!group)
+        return;
+    if (connectAction)
+        connect(connectAction, SIGNAL(triggered()), group, SLOT(connected()));
+    if (disconnectAction)
+        connect(disconnectAction, SIGNAL(triggered()), group, SLOT(disconnected()));
+
+    if (auto *cancel = firstButtonWithRole(group, ZelvarGroupToolButton::Cancel))
+        connect(cancel, SIGNAL(pressed()), this, SLOT(on_limitsCancelToolButton_pressed()));
+
+    ZelvarGroupToolButton *editSave = firstButtonWithRole(group, ZelvarGroupToolButton::EditSave);
+    if (!editSave)
+        return;
+    if (connectAction)
+        connect(connectAction, SIGNAL(triggered()), editSave, SLOT(connected()));
+    if (disconnectAction)
+        connect(disconnectAction, SIGNAL(triggered()), editSave, SLOT(disconnected()));
+    connect(editSave, SIGNAL(toggled(bool)), this, SLOT(on_editSaveToolButton_toggled(bool)));
+    connect(editSave, SIGNAL(pressed()), this, SLOT(on_editSaveToolButton_pressed()));
+    editSave->saveAction = std::move(save);
+
+    forEachInput(group, [editSave](QObject *child, IGroupInputComponent *) {
+        connect(child, SIGNAL(setIsDirty(bool)), editSave, SLOT(incrementReferenceCount(bool)));
+    });
+}
+
+QByteArray UiGroupHelper::nonVolatileBlock() const
+{
+    QByteArray block(nonVolatileLength, '\0');
+    putFields(block, form, nonVolatileFields);
+    return block;
+}
+
+QByteArray UiGroupHelper::volatileBlock() const
+{
+    QByteArray block(volatileLength, '\0');
+    if (registerSource) {
+        const QByteArray lastRead = registerSource(volatileAddress, volatileLength);
+        block.replace(0, qMin(lastRead.size(), volatileLength), lastRead.left(volatileLength));
+    }
+    putFields(block, form, volatileFields);
+    return block;
+}
+
+void UiGroupHelper::saveNonVolatile()
+{
+    emit addQueueRequest(nonVolatileAddress, nonVolatileBlock());
+}
+
+void UiGroupHelper::saveVolatile()
+{
+    emit addQueueRequest(volatileAddress, volatileBlock());
+}
+
+void UiGroupHelper::on_editSaveToolButton_toggled(bool checked)
+{
+    auto *button = qobject_cast<ZelvarGroupToolButton *>(sender());
+    auto *group = button ? qobject_cast<ZelvarParametersGroupBox *>(button->parent()) : nullptr;
+    if (!group)
+        return;
+    group->editMode = checked;
+    for (QObject *child : group->children()) {
+        auto *toolButton = qobject_cast<ZelvarGroupToolButton *>(child);
+        if (toolButton && toolButton->role == ZelvarGroupToolButton::Cancel)
+            toolButton->setEnabled(checked);
+    }
+    forEachInput(
+        group, [checked](QObject *, IGroupInputComponent *input) { input->setEditable(checked); });
+    if (checked) {
+        button->setIcon(QIcon(QStringLiteral(":/images/apply.png")));
+        button->setText(tr("Apply"));
+        // Enabled again when the first field turns dirty.
+        button->setEnabled(false);
+    } else {
+        showEdit(button);
+        button->setEnabled(true);
+        button->clearReferenceCount();
+    }
+}
+
+void UiGroupHelper::on_editSaveToolButton_pressed()
+{
+    // Pressed comes before the toggle, so the group is still in edit mode here.
+    auto *button = qobject_cast<ZelvarGroupToolButton *>(sender());
+    if (button && button->isChecked() && button->saveAction)
+        button->saveAction();
+}
+
+void UiGroupHelper::on_limitsCancelToolButton_pressed()
+{
+    auto *group = sender() ? qobject_cast<ZelvarParametersGroupBox *>(sender()->parent()) : nullptr;
+    if (!group)
+        return;
+    group->editMode = false;
+    ZelvarGroupToolButton *cancel = nullptr;
+    ZelvarGroupToolButton *editSave = nullptr;
+    for (QObject *child : group->children()) {
+        if (auto *button = qobject_cast<ZelvarGroupToolButton *>(child))
+            (button->text() == QLatin1String("Cancel") ? cancel : editSave) = button;
+    }
+    if (!cancel || !editSave)
+        return;
+    // Checked first, then unchecked: the toggle handler then runs for "unchecked" even
+    // when the group was not being edited.
+    editSave->setChecked(true);
+    forEachInput(group, [](QObject *, IGroupInputComponent *input) { input->restoreValue(); });
+    cancel->setEnabled(false);
+    editSave->setChecked(false);
+    editSave->setEnabled(true);
+    showEdit(editSave);
+}
+
+void UiGroupHelper::on_enableMotorCheckBox_toggled(bool checked)
+{
+    const auto *volatileEditSave =
+        form->findChild<ZelvarGroupToolButton *>(QStringLiteral("vParamsEditSaveToolButton"));
+    if (volatileEditSave && volatileEditSave->isChecked())
+        return;
+    const QObject *source = sender() ? sender()->parent() : nullptr;
+    bool enable = !checked;
+    const char *target = "volatileParamsGroupBox";
+    if (source && source->objectName() == QLatin1String("volatileParamsGroupBox")) {
+        const auto *enableMotor =
+            form->findChild<QCheckBox *>(QStringLiteral("enableMotorCheckBox"));
+        enable = !checked && !(enableMotor && enableMotor->isChecked());
+        target = "nonVolatileParamsGroupBox";
+    }
+    if (ZelvarGroupToolButton *editSave = editSaveButtonOf(target))
+        editSave->setEnabled(enable);
+}
+
+ZelvarGroupToolButton *UiGroupHelper::editSaveButtonOf(const char *groupName) const
+{
+    const auto *group = form->findChild<ZelvarParametersGroupBox *>(QLatin1String(groupName));
+    return group ? firstButtonWithRole(group, ZelvarGroupToolButton::EditSave) : nullptr;
+}

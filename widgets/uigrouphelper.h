@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QByteArray>
+#include <QObject>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+class QAction;
+class QWidget;
+class ZelvarGroupToolButton;
+class ZelvarParametersGroupBox;
+
+// Wires the parameter groups of the edit view: connect and disconnect reach every group
+// and its edit/save button, dirty fields enable "Apply", and a save writes the group's
+// registers to the servo as one block through addQueueRequest().
+class UiGroupHelper : public QObject
+{
+    Q_OBJECT
+
+public:
+    // The registers [address, address + length) as last read from the servo, or fewer
+    // bytes when they are not known.
+    using RegisterSource = std::function<QByteArray(uint8_t address, int length)>;
+
+    // form is the edit view's widget tree, searched for its groups by object name. The
+    // actions are the main window's connect and disconnect; either may be null.
+    UiGroupHelper(QWidget *form, QAction *connectAction, QAction *disconnectAction);
+
+    // The process-wide helper, or null before create().
+    static std::shared_ptr<UiGroupHelper> instance();
+    // Creates the process-wide helper once. The edit view is built inside the main
+    // window's form, whose actions are made first, so they are found in form's window.
+    static std::shared_ptr<UiGroupHelper> create(QWidget *form);
+
+    // Where the volatile block's gaps come from: it is written whole, so the registers
+    // the group does not edit get the servo's own last values back. Zeros when unset.
+    void setRegisterSource(RegisterSource source);
+
+    QByteArray nonVolatileBlock() const;
+    QByteArray volatileBlock() const;
+
+signals:
+    void addQueueRequest(uint8_t address, const QByteArray &data);
+
+public slots:
+    void on_editSaveToolButton_toggled(bool checked);
+    void on_editSaveToolButton_pressed();
+    void on_limitsCancelToolButton_pressed();
+    void on_enableMotorCheckBox_toggled(bool checked);
+
+private:
+    void setUpGroup(const char *groupName, std::function<void()> save);
+    void saveNonVolatile();
+    void saveVolatile();
+    ZelvarGroupToolButton *editSaveButtonOf(const char *groupName) const;
+
+    QWidget *form;
+    QAction *connectAction;
+    QAction *disconnectAction;
+    RegisterSource registerSource;
+};

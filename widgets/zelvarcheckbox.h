@@ -1,0 +1,58 @@
+#pragma once
+
+#include "widgets/boundfieldstate.h"
+#include "widgets/iconnectinfo.h"
+#include "widgets/igroupinputcomponent.h"
+#include "widgets/iunitdatafield.h"
+
+#include <QCheckBox>
+
+// A check box bound to a field: raw 0 is unchecked, anything else checked. Its
+// indicator sits at the right edge of its group, and its caption greys when locked.
+//
+// setText, objectName and setObjectName hide QAbstractButton's and QObject's
+// non-virtual members; generated form code calls them through this class's pointer.
+class ZelvarCheckBox : public QCheckBox,
+                       public IGroupInputComponent,
+                       public IConnectInfo,
+                       public IUnitDataField
+{
+    Q_OBJECT
+
+public:
+    explicit ZelvarCheckBox(QWidget *parent = nullptr);
+
+    void setEditable(bool enable) override;
+    void restoreValue() override;
+
+    QString objectName() const override { return QCheckBox::objectName(); }
+    void setLocked(bool lock) override;
+    int32_t fieldId() const override { return state.fieldId; }
+    void setValue(int raw) override;
+    int value() override { return isChecked() ? 1 : 0; }
+    void setObjectName(const QString &name) override;
+    void applyDependency() override;
+
+    void setText(const QString &text);
+
+    bool isLocked() const { return state.locked; }
+    bool isDirty() const { return state.dirty; }
+
+public slots:
+    void connected() override;
+    void disconnected() override;
+    void on_deviceLoaded();
+    void on_toggled(bool value);
+
+signals:
+    void setIsDirty(bool dirty);
+
+private:
+    // Picks the style for the current checked and connected state, keeping the caption
+    // colour that locking gave it.
+    void applyStyle();
+    // setDisabled with the caption recoloured: pale when a locked box is locked again.
+    void disableRecoloured(bool disable);
+
+    BoundFieldState state;
+};

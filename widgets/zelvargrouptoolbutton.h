@@ -1,0 +1,32 @@
+#pragma once
+
+#include "widgets/iconnectinfo.h"
+
+#include <QToolButton>
+#include <cstdint>
+#include <functional>
+
+// The edit/save or cancel button of a parameters group. The edit/save button counts the
+// group's dirty fields and is enabled while any is dirty.
+class ZelvarGroupToolButton : public QToolButton, public IConnectInfo
+{
+    Q_OBJECT
+
+public:
+    enum Role { EditSave = 0, Cancel = 1 };
+
+    explicit ZelvarGroupToolButton(QWidget *parent = nullptr);
+
+    int32_t referenceCount = 0;
+    // Set by the form code: EditSave or Cancel.
+    int32_t role = EditSave;
+    // The group's save, bound by UiGroupHelper.
+    std::function<void()> saveAction;
+
+public slots:
+    void connected() override;
+    void disconnected() override;
+    void incrementReferenceCount(bool dirty);
+    void clearReferenceCount();
+    void on_deviceLoaded();
+};
