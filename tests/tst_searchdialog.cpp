@@ -1,12 +1,20 @@
+#include "app/mainwindow.h"
 #include "search/searchdialog.h"
 #include "settings/settings.h"
+#include "simulator/virtualbus.h"
+#include "simulator/virtualbusportprovider.h"
+#include "simulator/virtualservo.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTest>
+#include <QTimer>
 #include <QTreeWidget>
 
 namespace {
@@ -21,6 +29,7 @@ class TestSearchDialog : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void init();
     void cleanup();
 
@@ -35,6 +44,11 @@ private slots:
     void showRestoresPortAndResets();
     void selectHandsOverBaudRateAndId();
     void selectingBaudRateRowIsHarmless();
+    void portListShowsVirtualBus();
+    void scanFindsServosUnderTheirBaudRates();
+    void abortStopsBetweenBaudRates();
+    void portThatCannotOpenStopsScan();
+    void mainWindowTakesOverSelection();
 
 private:
     template<typename T>
@@ -48,20 +62,32 @@ private:
     {
         return child<QCheckBox>(qPrintable("baudRate" + rate + "CheckBox"));
     }
+    void usePorts(const QStringList &names);
     void checkBaudRates(const QStringList &rates);
+    QStringList treeLines() const;
     QStringList checkedBaudRates() const;
 
     SearchDialog *dialog = nullptr;
 };
+
+void TestSearchDialog::initTestCase()
+{
+    // Besides the standard servos (0 and 1 at 1,000,000 baud, 3 at 57,600):
+    const std::shared_ptr<VirtualBus> bus = VirtualBusPortProvider::installProcessBus();
+    // too slow to answer within the probe's wait,
+    bus->addServo(5, 9600);
+    // a model byte above 127,
+    bus->addServo(7, 57600)->setValue(0, 2, 0x8105);
+    // and a twin of servo 3 that shows whether 3 is probed again at a higher rate.
+    bus->addServo(3, 1000000);
+}
 
 void TestSearchDialog::init()
 {
     dialog = new SearchDialog;
     QCOMPARE(SearchDialog::instance(), dialog);
     // A known port list, whatever ports this machine has.
-    auto *ports = child<QComboBox>("serialPortInfoListBox");
-    ports->clear();
-    ports->addItems({"ttyTEST0", "ttyTEST1"});
+    usePorts({"ttyTEST0", "ttyTEST1"});
 }
 
 void TestSearchDialog::cleanup()
@@ -69,6 +95,26 @@ void TestSearchDialog::cleanup()
     delete dialog;
     dialog = nullptr;
     QCOMPARE(SearchDialog::instance(), nullptr);
+}
+
+void TestSearchDialog::usePorts(const QStringList &names)
+{
+    auto *ports = child<QComboBox>("serialPortInfoListBox");
+    ports->clear();
+    ports->addItems(names);
+}
+
+QStringList TestSearchDialog::treeLines() const
+{
+    QStringList lines;
+    const auto *tree = child<QTreeWidget>("servoTreeWidget");
+    for (int i = 0; i < tree->topLevelItemCount(); ++i) {
+        const QTreeWidgetItem *root = tree->topLevelItem(i);
+        lines << root->text(0);
+        for (int j = 0; j < root->childCount(); ++j)
+            lines << "  " + root->child(j)->text(1) + " " + root->child(j)->text(2);
+    }
+    return lines;
 }
 
 void TestSearchDialog::checkBaudRates(const QStringList &rates)
@@ -276,6 +322,124 @@ void TestSearchDialog::selectingBaudRateRowIsHarmless()
     QCOMPARE(baudRateSpy.count(), 0);
     QCOMPARE(idSpy.count(), 0);
     QVERIFY(dialog->isVisible());
+}
+
+void TestSearchDialog::portListShowsVirtualBus()
+{
+    SearchDialog fresh;
+    auto *ports = fresh.findChild<QComboBox *>("serialPortInfoListBox");
+    const int index = ports->findText(VirtualBusPortProvider::PortName);
+    QVERIFY(index >= 0);
+    QCOMPARE(ports->itemData(index).toStringList(),
+             QStringList({VirtualBusPortProvider::PortName, VirtualBusPortProvider::Description,
+                          "N/A", "", "N/A", "N/A"}));
+}
+
+void TestSearchDialog::scanFindsServosUnderTheirBaudRates()
+{
+    dialog->show();
+    usePorts({VirtualBusPortProvider::PortName});
+    checkBaudRates(baudRates);
+    auto *scanButton = child<QPushButton>("scanPushButton");
+    auto *abortButton = child<QPushButton>("abortScanPushButton");
+    QVERIFY(scanButton->isEnabled());
+
+    QList<QPair<int, int>> probes;
+    bool buttonsWhileScanning = true;
+    connect(dialog, &SearchDialog::doScanServo, this, [&](int id, int baudRate) {
+        probes.append({id, baudRate});
+        buttonsWhileScanning &= !scanButton->isEnabled() && abortButton->isEnabled();
+    });
+    QTest::mouseClick(scanButton, Qt::LeftButton);
+
+    QCOMPARE(treeLines(), QStringList({"57600", "  3 Zelvar M1", "  7 Zelvar M-127", "1000000",
+                                       "  1 Zelvar M1"}));
+    QVERIFY(buttonsWhileScanning);
+    QVERIFY(scanButton->isEnabled());
+    QVERIFY(!abortButton->isEnabled());
+
+    // Ids 3 and 7 answered at 57600 and are left out of the six higher rates; the
+    // 9600-baud servo 5 is asked at every rate, in ascending order.
+    QCOMPARE(probes.size(), 10 * 10 - 2 * 6);
+    for (const auto &probe : probes)
+        QVERIFY2(
+            !((probe.first == 3 || probe.first == 7) && probe.second > 57600),
+            qPrintable(QString("id %1 probed again at %2").arg(probe.first).arg(probe.second)));
+    QCOMPARE(probes.first(), qMakePair(1, 9600));
+    QCOMPARE(probes.last(), qMakePair(10, 1000000));
+    QCOMPARE(std::count_if(probes.cbegin(), probes.cend(), [](auto p) { return p.first == 5; }),
+             10);
+}
+
+void TestSearchDialog::abortStopsBetweenBaudRates()
+{
+    dialog->show();
+    usePorts({VirtualBusPortProvider::PortName});
+    checkBaudRates(baudRates);
+    QSignalSpy probeSpy(dialog, SIGNAL(doScanServo(int, int)));
+
+    // Seen when the scan looks at the first baud rate; that rate is still swept.
+    QMetaObject::invokeMethod(dialog, "abortScan", Qt::QueuedConnection);
+    dialog->scan();
+
+    QCOMPARE(probeSpy.count(), 10);
+    for (const QList<QVariant> &probe : qAsConst(probeSpy))
+        QCOMPARE(probe.at(1).toInt(), 9600);
+    QCOMPARE(treeLines(), QStringList());
+    QVERIFY(child<QPushButton>("scanPushButton")->isEnabled());
+    QVERIFY(!child<QPushButton>("abortScanPushButton")->isEnabled());
+}
+
+void TestSearchDialog::portThatCannotOpenStopsScan()
+{
+    dialog->show();
+    usePorts({"/dev/zelvar-no-such-port"});
+    checkBaudRates(baudRates);
+    QSignalSpy probeSpy(dialog, SIGNAL(doScanServo(int, int)));
+    // The box comes up inside the scan; close it from its own event loop.
+    QString shownError;
+    QTimer closer;
+    closer.setInterval(10);
+    connect(&closer, &QTimer::timeout, this, [&] {
+        if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+            shownError = box->windowTitle() + ": " + box->text();
+            box->accept();
+            closer.stop();
+        }
+    });
+    closer.start();
+
+    dialog->scan();
+
+    QCOMPARE(probeSpy.count(), 1);
+    QVERIFY2(shownError.startsWith("Error: ") && shownError.contains("zelvar-no-such-port"),
+             qPrintable(shownError));
+    QVERIFY(child<QPushButton>("scanPushButton")->isEnabled());
+}
+
+void TestSearchDialog::mainWindowTakesOverSelection()
+{
+    Settings mainWindowSettings("main window settings");
+    mainWindowSettings.setValue("servoId", 0);
+    Settings portSettings("port settings");
+    portSettings.setValue("baudRate", 1000000);
+    auto window = std::make_unique<MainWindow>();
+    SearchDialog *windowDialog = SearchDialog::instance();
+    QVERIFY(windowDialog && windowDialog != dialog);
+
+    window->findChild<QAction *>("actionSearch")->trigger();
+    QVERIFY(windowDialog->isVisible());
+    QTreeWidgetItem *root = windowDialog->addTreeRoot("57600");
+    windowDialog->addTreeChild(root, "3", "1");
+    windowDialog->findChild<QTreeWidget *>()->setCurrentItem(root->child(0));
+    windowDialog->select();
+
+    QVERIFY(!windowDialog->isVisible());
+    QCOMPARE(window->findChild<QSpinBox *>("idSpinBox")->value(), 3);
+    QCOMPARE(mainWindowSettings.value("servoId", -1).toInt(), 3);
+    QCOMPARE(portSettings.value("baudRate", -1).toInt(), 57600);
+    window.reset();
+    QCOMPARE(SearchDialog::instance(), nullptr);
 }
 
 QTEST_MAIN(TestSearchDialog)
