@@ -14,6 +14,9 @@ namespace {
 constexpr int HighestCustomRate = 4000000;
 // A USB adapter in low-latency mode, or a pseudo-terminal.
 constexpr int LowLatencyMarginUs = 2000;
+// A pseudo-terminal is served by another process, which the scheduler may keep
+// waiting for a few milliseconds on a busy machine.
+constexpr int PseudoTerminalMarginUs = 10000;
 // USB adapters that refuse low-latency mode hold replies back for up to 16 ms.
 constexpr int BufferedMarginUs = 18000;
 
@@ -89,6 +92,8 @@ bool QtSerialPortBackend::waitForReadyRead(int msecs)
 
 int QtSerialPortBackend::adapterMarginUs() const
 {
+    if (port.portName().startsWith(QLatin1String("pts/")))
+        return PseudoTerminalMarginUs;
     return lowLatency || !isUsbAdapter(port.portName()) ? LowLatencyMarginUs : BufferedMarginUs;
 }
 

@@ -1,6 +1,15 @@
 #include "simulator/replyqueue.h"
 
 #include <algorithm>
+#include <thread>
+
+namespace {
+
+// Timers are good to a millisecond at best; the last stretch before a reply is due is
+// slept precisely instead, so a reply is neither early nor late by a timer tick.
+constexpr qint64 SleepWindowNs = 2'000'000;
+
+} // namespace
 
 ReplyQueue::ReplyQueue(std::function<qint64()> clock, QObject *parent)
     : QObject(parent)
@@ -49,11 +58,15 @@ void ReplyQueue::clear()
 
 void ReplyQueue::onTimeout()
 {
-    // Timers may wake a little early; wait for what is not due yet.
-    if (nanosecondsToNext() == 0)
-        emit due();
-    else
+    const qint64 wait = nanosecondsToNext();
+    if (wait < 0)
+        return;
+    if (wait > SleepWindowNs) {
         arm();
+        return;
+    }
+    std::this_thread::sleep_for(std::chrono::nanoseconds(wait));
+    emit due();
 }
 
 void ReplyQueue::arm()
@@ -63,6 +76,5 @@ void ReplyQueue::arm()
         timer.stop();
         return;
     }
-    // Rounded up: a reply must never be readable before its last byte has arrived.
-    timer.start(int((wait + 999'999) / 1'000'000));
+    timer.start(int(std::max<qint64>(0, wait - SleepWindowNs) / 1'000'000));
 }

@@ -7,7 +7,8 @@
 #include <functional>
 
 // Replies on their way to the host: each becomes readable at its due time, which a
-// precise single-shot timer in the owner's thread announces.
+// single-shot timer in the owner's thread announces, sleeping out the last
+// two milliseconds for precision.
 class ReplyQueue : public QObject
 {
     Q_OBJECT
