@@ -1,25 +1,13 @@
 #include "device/uiregisterhelper.h"
 
 #include "device/checkedlookup.h"
+#include "device/statushelper.h"
 #include "widgets/iunitdatafield.h"
 #include "widgets/zelvarparametersgroupbox.h"
 
 namespace {
 
 std::shared_ptr<UiRegisterHelper> globalRegisterHelper;
-
-// The hardware error bits of register 107 and their boxes; bits 5 to 7 show nowhere.
-struct StatusBit
-{
-    uint8_t mask;
-    const char *widget;
-};
-
-const StatusBit hardwareStatusBits[] = {
-    {1, "inputVoltageStatusCheckBox"}, {2, "hallStatusCheckBox"},
-    {4, "overheatingStatusCheckBox"},  {8, "encoderStatusCheckBox"},
-    {16, "angleLimitStatusCheckBox"},
-};
 
 } // namespace
 
@@ -174,9 +162,8 @@ void UiRegisterHelper::showValue(const QStringList &names, Value value)
 
 void UiRegisterHelper::showHardwareStatus(uint8_t status)
 {
-    // The masked bit itself, not 0 or 1: any non-zero value checks a box.
-    for (const StatusBit &bit : hardwareStatusBits)
-        deliver(QString::fromLatin1(bit.widget), status & bit.mask);
+    StatusHelper::decodeHardwareStatus(
+        status, [this](const QString &checkBox, int masked) { deliver(checkBox, masked); });
 }
 
 void UiRegisterHelper::deliver(const QString &name, int raw)

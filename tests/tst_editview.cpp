@@ -3,7 +3,7 @@
 #include "device/fieldhelper.h"
 #include "device/statushelper.h"
 #include "device/uiregisterhelper.h"
-#include "widgets/iunitdatafield.h"
+#include "widgets/iconnectinfo.h"
 #include "widgets/uigrouphelper.h"
 #include "widgets/zelvargrouptoolbutton.h"
 
@@ -44,7 +44,8 @@ private slots:
     void toolButtons();
     void scrollArea();
     void tabOrder();
-    void everyUnitDataFieldIsRegistered();
+    void hardwareStatusReachesTheBitBoxes_data();
+    void hardwareStatusReachesTheBitBoxes();
     void secondViewSharesTheHelpers();
 
 private:
@@ -644,20 +645,55 @@ void TestEditView::tabOrder()
     }
 }
 
-void TestEditView::everyUnitDataFieldIsRegistered()
+namespace {
+
+void connectAll(const QList<QWidget *> &widgets)
 {
-    const QList<QWidget *> all = view->findChildren<QWidget *>();
-    int fields = 0;
-    for (QWidget *child : all) {
-        auto *field = dynamic_cast<IUnitDataField *>(child);
-        if (!field)
-            continue;
-        ++fields;
-        QVERIFY2(UiRegisterHelper::instance()->widgets.value(child->objectName()) == field,
-                 qPrintable(child->objectName()));
-    }
-    // 8 line edits, 2 spin boxes, 27 double spin boxes, 5 combo boxes, 8 check boxes.
-    QCOMPARE(fields, 50);
+    for (QWidget *widget : widgets)
+        dynamic_cast<IConnectInfo *>(widget)->connected();
+}
+
+// What the scheduler does with one register of a reply.
+void deliver(uint8_t address, int32_t value)
+{
+    UiRegisterHelper::instance()->item(address).callback(value);
+}
+
+} // namespace
+
+void TestEditView::hardwareStatusReachesTheBitBoxes_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("checked"); // overheating, angle limit, input voltage, encoder, hall
+
+    QTest::newRow("0x00") << 0x00 << "-----";
+    QTest::newRow("0x1F") << 0x1F << "xxxxx";
+    QTest::newRow("0x60") << 0x60 << "-----";
+    QTest::newRow("0x01 input voltage") << 0x01 << "--x--";
+    QTest::newRow("0x02 hall") << 0x02 << "----x";
+    QTest::newRow("0x14 overheating, angle limit") << 0x14 << "xx---";
+}
+
+void TestEditView::hardwareStatusReachesTheBitBoxes()
+{
+    QFETCH(int, status);
+    QFETCH(QString, checked);
+
+    const QStringList names = {"overheatingStatusCheckBox", "angleLimitStatusCheckBox",
+                               "inputVoltageStatusCheckBox", "encoderStatusCheckBox",
+                               "hallStatusCheckBox"};
+    QList<QWidget *> boxes;
+    for (const QString &name : names)
+        boxes << widget(name);
+    connectAll(boxes);
+
+    deliver(107, status);
+    QString actual;
+    for (QWidget *box : boxes)
+        actual += static_cast<QCheckBox *>(box)->isChecked() ? 'x' : '-';
+    QCOMPARE(actual, checked);
+    // The overload box has no bit.
+    QVERIFY(!widget<QCheckBox>("overloadStatusCheckBox")->isChecked());
 }
 
 void TestEditView::secondViewSharesTheHelpers()
@@ -667,16 +703,28 @@ void TestEditView::secondViewSharesTheHelpers()
     const auto fields = FieldHelper::instance();
     QVERIFY(groups && status && fields);
 
+    auto *firstMoving = widget<QCheckBox>("isMovingCheckBox");
+    connectAll({firstMoving});
+    deliver(99, 0);
+    QVERIFY(!firstMoving->isChecked());
     {
         EditView second;
         QCOMPARE(UiGroupHelper::instance(), groups);
         QCOMPARE(StatusHelper::instance(), status);
         QCOMPARE(FieldHelper::instance(), fields);
-        auto *idSpinBox = second.findChild<QSpinBox *>("idSpinBox");
-        QVERIFY(UiRegisterHelper::instance()->widgets.value("idSpinBox") ==
-                dynamic_cast<IUnitDataField *>(idSpinBox));
+
+        // The second view's fields replace the first's under the same names.
+        auto *secondMoving = second.findChild<QCheckBox *>("isMovingCheckBox");
+        connectAll({secondMoving});
+        deliver(99, 1);
+        QVERIFY(secondMoving->isChecked());
+        QVERIFY(!firstMoving->isChecked());
     }
-    // The first view's form still gets the status updates it was made with.
+    // A value for a field whose view is gone goes nowhere.
+    deliver(99, 1);
+    QVERIFY(!firstMoving->isChecked());
+
+    // The status helper stays with the first view's form.
     status->updateStatusPacket(int8_t(0x80));
     QVERIFY(widget<QCheckBox>("alertStatusCheckBox")->isChecked());
     status->updateStatusPacket(0);
