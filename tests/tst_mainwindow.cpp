@@ -46,13 +46,29 @@ private:
 namespace {
 const QString group = QStringLiteral("main window settings");
 
+bool isInside(const QObject *object, const QObject *ancestor)
+{
+    for (; object; object = object->parent()) {
+        if (object == ancestor)
+            return true;
+    }
+    return false;
+}
+
+// The tool bar and the edit view both have an idLabel and an idSpinBox: a child outside
+// the tabs is the window's own and comes first.
 template<typename T>
 T *child(const MainWindow &window, const char *name)
 {
-    T *found = window.findChild<T *>(QLatin1String(name));
-    if (!found)
+    const QList<T *> found = window.findChildren<T *>(QLatin1String(name));
+    if (found.isEmpty())
         qFatal("no child %s", name);
-    return found;
+    const QObject *tabs = window.findChild<QObject *>(QStringLiteral("tabWidget"));
+    for (T *candidate : found) {
+        if (!isInside(candidate, tabs))
+            return candidate;
+    }
+    return found.first();
 }
 } // namespace
 
