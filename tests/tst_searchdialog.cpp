@@ -15,6 +15,7 @@
 #include <QSpinBox>
 #include <QTest>
 #include <QTimer>
+#include <QToolBar>
 #include <QTreeWidget>
 
 namespace {
@@ -435,7 +436,9 @@ void TestSearchDialog::mainWindowTakesOverSelection()
     windowDialog->select();
 
     QVERIFY(!windowDialog->isVisible());
-    QCOMPARE(window->findChild<QSpinBox *>("idSpinBox")->value(), 3);
+    // The tool bar's servo address, not the edit view's spin box of the same name.
+    const auto *toolBar = window->findChild<QToolBar *>("toolBar");
+    QCOMPARE(toolBar->findChild<QSpinBox *>("idSpinBox")->value(), 3);
     QCOMPARE(mainWindowSettings.value("servoId", -1).toInt(), 3);
     QCOMPARE(portSettings.value("baudRate", -1).toInt(), 57600);
     window.reset();
