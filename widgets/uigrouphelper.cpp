@@ -77,6 +77,8 @@ const BlockField volatileFields[] = {
 
 IUnitDataField *fieldNamed(const QWidget *form, const char *name)
 {
+    if (!form)
+        return nullptr;
     return dynamic_cast<IUnitDataField *>(form->findChild<QObject *>(QLatin1String(name)));
 }
 
@@ -145,6 +147,8 @@ UiGroupHelper::UiGroupHelper(QWidget *form, QAction *connectAction, QAction *dis
     setUpGroup("volatileParamsGroupBox", [this] { saveVolatile(); });
     setUpGroup("zelvarHardwareErrorGroupBox", nullptr);
     setUpGroup("zelvarPacketStatusGroupBox", nullptr);
+    if (!form)
+        return;
     if (auto *enableMotor = form->findChild<QCheckBox *>(QStringLiteral("enableMotorCheckBox")))
         connect(enableMotor, SIGNAL(toggled(bool)), this,
                 SLOT(on_enableMotorCheckBox_toggled(bool)));
@@ -158,10 +162,11 @@ std::shared_ptr<UiGroupHelper> UiGroupHelper::instance()
 std::shared_ptr<UiGroupHelper> UiGroupHelper::create(QWidget *form)
 {
     if (!processHelper) {
-        QWidget *window = form->window();
+        // Without a form (a scheduler that comes first) there are no groups and no actions.
+        QWidget *window = form ? form->window() : nullptr;
         processHelper = std::make_shared<UiGroupHelper>(
-            form, window->findChild<QAction *>(QStringLiteral("actionConnect")),
-            window->findChild<QAction *>(QStringLiteral("actionDisconnect")));
+            form, window ? window->findChild<QAction *>(QStringLiteral("actionConnect")) : nullptr,
+            window ? window->findChild<QAction *>(QStringLiteral("actionDisconnect")) : nullptr);
     }
     return processHelper;
 }
@@ -173,6 +178,8 @@ void UiGroupHelper::setRegisterSource(RegisterSource source)
 
 void UiGroupHelper::setUpGroup(const char *groupName, std::function<void()> save)
 {
+    if (!form)
+        return;
     auto *group = form->findChild<ZelvarParametersGroupBox *>(QLatin1String(groupName));
     if (!group)
         return;

@@ -31,6 +31,7 @@ public:
     static std::shared_ptr<UiGroupHelper> instance();
     // Creates the process-wide helper once. The edit view is built inside the main
     // window's form, whose actions are made first, so they are found in form's window.
+    // A null form makes a helper with no groups, whose signal can still be connected.
     static std::shared_ptr<UiGroupHelper> create(QWidget *form);
 
     // Where the volatile block's gaps come from: it is written whole, so the registers
