@@ -1,0 +1,56 @@
+#pragma once
+
+#include "link/queuerequest.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+class SerialHelper;
+
+// The clock of a live connection: every tick sends one request, the oldest queued write
+// or else a read of the whole register table, whose reply feeds every bound display, the
+// register view and the status boxes.
+class UiScheduler : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Marks the walk's end: the cursor wraps here.
+    static constexpr uint8_t pollCursorEnd = 120;
+
+    UiScheduler(uint8_t servoId, std::shared_ptr<SerialHelper> serialHelper);
+
+    // The main window starts and kills the polling timer on this object itself.
+    int timerId() const { return pollingTimerId; }
+    void setTimerId(int id) { pollingTimerId = id; }
+
+    uint8_t currentPollCursor() const { return pollCursor; }
+    size_t queuedRequests() const { return queue.size(); }
+
+    // Cuts one read reply into registers and hands each value on.
+    void groupCallback(const QByteArray &reply);
+
+public slots:
+    void addQueueRequest(uint8_t address, const QByteArray &data);
+    void startScheduler(int pollingInterval);
+    void stopScheduler();
+
+protected:
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    void sendFirstQueued();
+    void poll();
+    QByteArray lastRegisters(uint8_t address, int length) const;
+
+    uint8_t servoId;
+    uint8_t pollCursor = 0;
+    std::shared_ptr<SerialHelper> serialHelper;
+    std::vector<std::shared_ptr<QueueRequest>> queue;
+    int pollingTimerId = 0;
+    // The last poll reply: a volatile save rewrites the registers it does not edit with these.
+    QByteArray lastReply;
+};
