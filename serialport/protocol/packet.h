@@ -13,8 +13,7 @@ struct Packet
 
     bool operator==(const Packet &other) const
     {
-        return id == other.id && instruction == other.instruction
-               && parameters == other.parameters;
+        return id == other.id && instruction == other.instruction && parameters == other.parameters;
     }
 };
 

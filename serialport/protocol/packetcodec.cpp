@@ -42,8 +42,8 @@ QByteArray PacketCodec::stuff(const QByteArray &bytes)
     for (int i = 0; i < bytes.size(); ++i) {
         out.append(bytes[i]);
         const int n = out.size();
-        if (n >= 3 && quint8(out[n - 3]) == 0xFF && quint8(out[n - 2]) == 0xFF
-            && quint8(out[n - 1]) == 0xFD)
+        if (n >= 3 && quint8(out[n - 3]) == 0xFF && quint8(out[n - 2]) == 0xFF &&
+            quint8(out[n - 1]) == 0xFD)
             out.append(char(0xFD));
     }
     return out;
@@ -57,8 +57,8 @@ QByteArray PacketCodec::unstuff(const QByteArray &bytes)
         out.append(bytes[i]);
         const int n = out.size();
         // Mirror of stuff(): after FF FF FD in the plain stream the next byte is padding.
-        if (n >= 3 && quint8(out[n - 3]) == 0xFF && quint8(out[n - 2]) == 0xFF
-            && quint8(out[n - 1]) == 0xFD && i + 1 < bytes.size() && quint8(bytes[i + 1]) == 0xFD)
+        if (n >= 3 && quint8(out[n - 3]) == 0xFF && quint8(out[n - 2]) == 0xFF &&
+            quint8(out[n - 1]) == 0xFD && i + 1 < bytes.size() && quint8(bytes[i + 1]) == 0xFD)
             ++i;
     }
     return out;

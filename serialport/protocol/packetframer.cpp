@@ -6,8 +6,8 @@ namespace {
 
 bool isHeaderAt(const QByteArray &buffer, int index)
 {
-    return quint8(buffer[index]) == 0xFF && quint8(buffer[index + 1]) == 0xFF
-           && quint8(buffer[index + 2]) == 0xFD && quint8(buffer[index + 3]) == 0x00;
+    return quint8(buffer[index]) == 0xFF && quint8(buffer[index + 1]) == 0xFF &&
+           quint8(buffer[index + 2]) == 0xFD && quint8(buffer[index + 3]) == 0x00;
 }
 
 quint16 le16At(const QByteArray &buffer, int index)
@@ -39,36 +39,69 @@ std::optional<Packet> PacketFramer::next()
 {
     for (;;) {
         // Drop everything before the first possible header start.
-        int start = 0;
-        while (start + PacketCodec::HeaderSize <= buffer.size() && !isHeaderAt(buffer, start))
-            ++start;
-        if (start + PacketCodec::HeaderSize > buffer.size())
-            start = buffer.size() - partialHeaderTail(buffer);
+        const int start = nextHeaderFrom(0);
         discard(start);
         if (buffer.size() < PacketCodec::PrefixSize)
             return std::nullopt;
 
-        const quint8 id = quint8(buffer[4]);
-        const int length = le16At(buffer, 5);
-        // 0xFF and 0xFD can never be ids: they would make the header ambiguous.
-        if (id == 0xFF || id == 0xFD || length < 3 || length > MaxLengthField) {
+        switch (checkPacketAt(0)) {
+        case Check::Invalid:
             discard(1);
             continue;
-        }
-        const int total = PacketCodec::PrefixSize + length;
-        if (buffer.size() < total)
-            return std::nullopt;
-
-        const quint16 expected = le16At(buffer, total - 2);
-        if (PacketCodec::crc16(buffer.constData(), total - 2) != expected) {
+        case Check::Incomplete:
+            // A corrupt length can make a header claim more than will ever come; a whole
+            // packet behind it shows that the claim was false.
+            if (!completePacketAfterStart())
+                return std::nullopt;
             discard(1);
             continue;
+        case Check::Valid:
+            break;
         }
+        const int total = PacketCodec::PrefixSize + le16At(buffer, 5);
         const QByteArray body =
-            PacketCodec::unstuff(buffer.mid(PacketCodec::PrefixSize, length - 2));
+            PacketCodec::unstuff(buffer.mid(PacketCodec::PrefixSize, total - 9));
+        const quint8 id = quint8(buffer[4]);
         buffer.remove(0, total);
         return Packet{id, quint8(body[0]), body.mid(1)};
     }
+}
+
+PacketFramer::Check PacketFramer::checkPacketAt(int index) const
+{
+    if (buffer.size() - index < PacketCodec::PrefixSize)
+        return Check::Incomplete;
+    const quint8 id = quint8(buffer[index + 4]);
+    const int length = le16At(buffer, index + 5);
+    // 0xFF and 0xFD can never be ids: they would make the header ambiguous.
+    if (id == 0xFF || id == 0xFD || length < 3 || length > MaxLengthField)
+        return Check::Invalid;
+    const int total = PacketCodec::PrefixSize + length;
+    if (buffer.size() - index < total)
+        return Check::Incomplete;
+    const quint16 expected = le16At(buffer, index + total - 2);
+    if (PacketCodec::crc16(buffer.constData() + index, total - 2) != expected)
+        return Check::Invalid;
+    return Check::Valid;
+}
+
+int PacketFramer::nextHeaderFrom(int index) const
+{
+    while (index + PacketCodec::HeaderSize <= buffer.size() && !isHeaderAt(buffer, index))
+        ++index;
+    if (index + PacketCodec::HeaderSize > buffer.size())
+        index = qMax(index, buffer.size() - partialHeaderTail(buffer));
+    return index;
+}
+
+bool PacketFramer::completePacketAfterStart() const
+{
+    for (int index = nextHeaderFrom(1); index + PacketCodec::PrefixSize <= buffer.size();
+         index = nextHeaderFrom(index + 1)) {
+        if (checkPacketAt(index) == Check::Valid)
+            return true;
+    }
+    return false;
 }
 
 void PacketFramer::clear()

@@ -24,6 +24,11 @@ public:
     qint64 discardedBytes() const { return discarded; }
 
 private:
+    enum class Check { Valid, Invalid, Incomplete };
+
+    Check checkPacketAt(int index) const;
+    int nextHeaderFrom(int index) const;
+    bool completePacketAfterStart() const;
     void discard(int count);
 
     QByteArray buffer;
