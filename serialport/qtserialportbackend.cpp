@@ -77,7 +77,11 @@ bool QtSerialPortBackend::isOpen() const
 
 bool QtSerialPortBackend::write(const QByteArray &bytes)
 {
-    return port.isOpen() && port.write(bytes) == bytes.size();
+    if (!port.isOpen() || port.write(bytes) != bytes.size())
+        return false;
+    // Out now rather than at the next event loop turn: the reply timeout is already running.
+    port.flush();
+    return true;
 }
 
 QByteArray QtSerialPortBackend::readAll()
