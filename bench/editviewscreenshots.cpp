@@ -115,18 +115,23 @@ int main(int argc, char *argv[])
     // Keep the user's own settings out of this.
     QTemporaryDir config;
     qputenv("XDG_CONFIG_HOME", config.path().toLocal8Bit());
+    Q_INIT_RESOURCE(resources);
     QApplication app(argc, argv);
     const QDir folder(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QDir::currentPath());
     chooseUnits();
 
     MainWindow window;
-    window.resize(1180, 960);
+    window.resize(1180, 1060);
     window.show();
     save(&window, folder, QStringLiteral("editview-disconnected.png"));
 
+    // The connection itself is the main window's; here only what it tells the view.
+    const auto deviceHelper = DeviceHelper::instance(nullptr, [] {});
     window.findChild<QAction *>(QStringLiteral("actionConnect"))->trigger();
-    DeviceHelper::instance(nullptr, [] {})->onModelNumberRead(QByteArray());
+    deviceHelper->onModelNumberRead(QByteArray());
     const QByteArray reply = servoReply();
+    // The mode locks follow one reply late; the second poll shows the steady state.
+    deliver(reply);
     deliver(reply);
     save(&window, folder, QStringLiteral("editview-connected.png"));
 

@@ -4,9 +4,12 @@
 #include "device/fieldhelper.h"
 #include "device/statushelper.h"
 #include "device/uiregisterhelper.h"
+#include "settings/settings.h"
+#include "settings/settingsdialog.h"
 #include "widgets/iconnectinfo.h"
 #include "widgets/uigrouphelper.h"
 #include "widgets/zelvargrouptoolbutton.h"
+#include "widgets/zelvarparametersgroupbox.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -45,6 +48,8 @@ private slots:
     void toolButtons();
     void scrollArea();
     void tabOrder();
+    void captionsAreNotClipped_data();
+    void captionsAreNotClipped();
     void hardwareStatusReachesTheBitBoxes_data();
     void hardwareStatusReachesTheBitBoxes();
     void secondViewSharesTheHelpers();
@@ -53,6 +58,7 @@ private:
     template<typename T = QWidget>
     T *widget(const QString &name) const;
 
+    std::unique_ptr<SettingsDialog> settingsDialog;
     std::unique_ptr<EditView> view;
 };
 
@@ -67,12 +73,20 @@ T *TestEditView::widget(const QString &name) const
 
 void TestEditView::initTestCase()
 {
+    Q_INIT_RESOURCE(resources);
+    // The longest unit names, so that the captions are measured at their widest.
+    Settings units(QStringLiteral("units settings"));
+    units.setValue(QStringLiteral("angle"), 1);
+    units.setValue(QStringLiteral("torque"), 1);
+    units.setValue(QStringLiteral("current"), 1);
+    settingsDialog = std::make_unique<SettingsDialog>();
     view = std::make_unique<EditView>();
 }
 
 void TestEditView::cleanupTestCase()
 {
     view.reset();
+    settingsDialog.reset();
 }
 
 void TestEditView::widgetClassAndText_data()
@@ -554,7 +568,7 @@ void TestEditView::toolButtons()
     QVERIFY(button);
     QCOMPARE(button->role, role);
     QCOMPARE(button->isCheckable(), checkable);
-    QVERIFY(!button->icon().isNull());
+    QVERIFY(!button->icon().pixmap(16).isNull());
     QCOMPARE(button->minimumSize(), QSize(80, 24));
     QCOMPARE(button->toolButtonStyle(), Qt::ToolButtonTextBesideIcon);
 
@@ -649,10 +663,11 @@ void TestEditView::tabOrder()
 namespace {
 
 // Brings the widgets up as a connection does, with a servo of our own identified.
-void connectAll(const QList<QWidget *> &widgets)
+template<typename Widget>
+void connectAll(const QList<Widget *> &widgets)
 {
     const auto deviceHelper = DeviceHelper::instance(nullptr, [] {});
-    for (QWidget *widget : widgets)
+    for (Widget *widget : widgets)
         dynamic_cast<IConnectInfo *>(widget)->connected();
     deviceHelper->onModelNumberRead(QByteArray());
 }
@@ -664,6 +679,44 @@ void deliver(uint8_t address, int32_t value)
 }
 
 } // namespace
+
+void TestEditView::captionsAreNotClipped_data()
+{
+    QTest::addColumn<bool>("loaded");
+    QTest::newRow("disconnected") << false;
+    // Shown values and the device's ranges widen the spin boxes, which leaves less room
+    // for the captions.
+    QTest::newRow("values shown") << true;
+}
+
+void TestEditView::captionsAreNotClipped()
+{
+    QFETCH(bool, loaded);
+
+    // The groups have fixed sizes; the form's own font keeps every caption inside them,
+    // units included, whatever the desktop's font.
+    if (loaded) {
+        connectAll(view->findChildren<ZelvarParametersGroupBox *>());
+        for (const auto &item : UiRegisterHelper::instance()->pollMap())
+            deliver(item.first, 0);
+    }
+    view->resize(1120, 860);
+    view->show();
+    QVERIFY(QTest::qWaitForWindowExposed(view.get()));
+    const QList<QLabel *> labels = view->findChildren<QLabel *>();
+    for (const QLabel *label : labels) {
+        if (label->text().isEmpty())
+            continue;
+        const int needed = label->fontMetrics().horizontalAdvance(label->text());
+        QVERIFY2(label->contentsRect().width() >= needed,
+                 qPrintable(QString("%1: %2 px for %3 px of \"%4\"")
+                                .arg(label->objectName())
+                                .arg(label->contentsRect().width())
+                                .arg(needed)
+                                .arg(label->text())));
+    }
+    view->hide();
+}
 
 void TestEditView::hardwareStatusReachesTheBitBoxes_data()
 {
@@ -708,7 +761,7 @@ void TestEditView::secondViewSharesTheHelpers()
     QVERIFY(groups && status && fields);
 
     auto *firstMoving = widget<QCheckBox>("isMovingCheckBox");
-    connectAll({firstMoving});
+    connectAll(QList<QCheckBox *>{firstMoving});
     deliver(99, 0);
     QVERIFY(!firstMoving->isChecked());
     {
@@ -719,7 +772,7 @@ void TestEditView::secondViewSharesTheHelpers()
 
         // The second view's fields replace the first's under the same names.
         auto *secondMoving = second.findChild<QCheckBox *>("isMovingCheckBox");
-        connectAll({secondMoving});
+        connectAll(QList<QCheckBox *>{secondMoving});
         deliver(99, 1);
         QVERIFY(secondMoving->isChecked());
         QVERIFY(!firstMoving->isChecked());
