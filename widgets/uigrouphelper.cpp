@@ -7,6 +7,7 @@
 #include "widgets/zelvarparametersgroupbox.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QIcon>
 #include <QWidget>
@@ -133,6 +134,21 @@ void showEdit(ZelvarGroupToolButton *button)
     button->setText(UiGroupHelper::tr("Edit"));
 }
 
+// The edit view is built inside the main window's form while its tab page has no parent
+// yet, so the view's own window does not hold the actions; the main window, made first,
+// is then one of the top-level windows.
+QAction *findAction(QWidget *form, const QString &name)
+{
+    if (auto *action = form->window()->findChild<QAction *>(name))
+        return action;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows) {
+        if (auto *action = window->findChild<QAction *>(name))
+            return action;
+    }
+    return nullptr;
+}
+
 } // namespace
 
 UiGroupHelper::UiGroupHelper(QWidget *form, QAction *connectAction, QAction *disconnectAction)
@@ -163,10 +179,9 @@ std::shared_ptr<UiGroupHelper> UiGroupHelper::create(QWidget *form)
 {
     if (!processHelper) {
         // Without a form (a scheduler that comes first) there are no groups and no actions.
-        QWidget *window = form ? form->window() : nullptr;
         processHelper = std::make_shared<UiGroupHelper>(
-            form, window ? window->findChild<QAction *>(QStringLiteral("actionConnect")) : nullptr,
-            window ? window->findChild<QAction *>(QStringLiteral("actionDisconnect")) : nullptr);
+            form, form ? findAction(form, QStringLiteral("actionConnect")) : nullptr,
+            form ? findAction(form, QStringLiteral("actionDisconnect")) : nullptr);
     }
     return processHelper;
 }

@@ -30,7 +30,8 @@ public:
     // The process-wide helper, or null before create().
     static std::shared_ptr<UiGroupHelper> instance();
     // Creates the process-wide helper once. The edit view is built inside the main
-    // window's form, whose actions are made first, so they are found in form's window.
+    // window's form, whose actions are made first, so they are found by name in form's
+    // window or, while the view's tab page is not yet placed, in a top-level window.
     // A null form makes a helper with no groups, whose signal can still be connected.
     static std::shared_ptr<UiGroupHelper> create(QWidget *form);
 
