@@ -6,7 +6,14 @@ namespace {
 
 std::shared_ptr<StatusHelper> sharedInstance;
 
-const std::array<StatusHelper::HardwareErrorBit, 7> hardwareErrors = {{
+// One bit of the hardware error register and the check box that shows it.
+struct HardwareErrorBit
+{
+    uint8_t mask;
+    const char *checkBox; // null: the bit is shown nowhere
+};
+
+const HardwareErrorBit hardwareErrors[] = {
     {1, "inputVoltageStatusCheckBox"},
     {2, "hallStatusCheckBox"},
     {4, "overheatingStatusCheckBox"},
@@ -14,7 +21,7 @@ const std::array<StatusHelper::HardwareErrorBit, 7> hardwareErrors = {{
     {16, "angleLimitStatusCheckBox"},
     {32, nullptr},
     {64, nullptr},
-}};
+};
 
 } // namespace
 
@@ -40,11 +47,6 @@ std::shared_ptr<StatusHelper> StatusHelper::create(Ui::EditView *form)
 bool StatusHelper::exists()
 {
     return sharedInstance != nullptr;
-}
-
-const std::array<StatusHelper::HardwareErrorBit, 7> &StatusHelper::hardwareErrorBits()
-{
-    return hardwareErrors;
 }
 
 void StatusHelper::decodeHardwareStatus(uint8_t status,

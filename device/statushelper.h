@@ -17,13 +17,6 @@ class EditView;
 class StatusHelper
 {
 public:
-    // One bit of the hardware error register and the check box that shows it.
-    struct HardwareErrorBit
-    {
-        uint8_t mask;
-        const char *checkBox; // null: the bit is shown nowhere
-    };
-
     // Indexed like the status-packet boxes: process, instruction, checksum, range, data
     // length, data limit, access, alert.
     using PacketFlags = std::array<bool, 8>;
@@ -36,8 +29,8 @@ public:
     static std::shared_ptr<StatusHelper> create(Ui::EditView *form);
     static bool exists();
 
-    static const std::array<HardwareErrorBit, 7> &hardwareErrorBits();
-    // Hands each bit's masked value (not reduced to 0 or 1) to show, bit 0 first.
+    // Hands each shown bit's masked value (not reduced to 0 or 1) and its check box to
+    // show, bit 0 first; bits 5 and 6 are shown nowhere and bit 7 is not examined.
     static void decodeHardwareStatus(uint8_t status,
                                      const std::function<void(const QString &, int)> &show);
     static PacketFlags decodeStatusPacket(int8_t error);
