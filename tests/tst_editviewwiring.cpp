@@ -1,6 +1,7 @@
 #include "app/mainwindow.h"
 #include "widgets/zelvargrouptoolbutton.h"
 #include "widgets/zelvarparametersgroupbox.h"
+#include "widgets/zelvarstatuscheckbox.h"
 
 #include <QAction>
 #include <QtTest>
@@ -18,6 +19,7 @@ private slots:
     void actionsReachTheGroups();
     void actionsReachTheEditSaveButtons_data();
     void actionsReachTheEditSaveButtons();
+    void statusBoxesShowRedOnlyWhileConnected();
 
 private:
     std::unique_ptr<MainWindow> window;
@@ -88,6 +90,21 @@ void TestEditViewWiring::actionsReachTheEditSaveButtons()
     auto *receiver = window->findChild<ZelvarGroupToolButton *>(button);
     QVERIFY(sender && receiver);
     QVERIFY(QObject::disconnect(sender, SIGNAL(triggered()), receiver, slot.constData()));
+}
+
+void TestEditViewWiring::statusBoxesShowRedOnlyWhileConnected()
+{
+    auto *group = window->findChild<ZelvarParametersGroupBox *>("zelvarPacketStatusGroupBox");
+    auto *alert = window->findChild<ZelvarStatusCheckBox *>("alertStatusCheckBox");
+    QVERIFY(group && alert);
+
+    group->connected();
+    alert->setStatus(true);
+    QVERIFY(alert->styleSheet().contains("#ff461d"));
+
+    group->disconnected();
+    QVERIFY(!alert->isChecked());
+    QVERIFY(!alert->styleSheet().contains("#ff461d"));
 }
 
 QTEST_MAIN(TestEditViewWiring)
