@@ -3,8 +3,6 @@
 
 #include <QtTest>
 
-Q_DECLARE_METATYPE(Packet)
-
 namespace {
 
 QByteArray hex(const char *text)
@@ -12,11 +10,11 @@ QByteArray hex(const char *text)
     return QByteArray::fromHex(QByteArray(text).replace(' ', ""));
 }
 
-std::vector<Packet> frameAll(PacketFramer &framer)
+QList<Packet> frameAll(PacketFramer &framer)
 {
-    std::vector<Packet> packets;
+    QList<Packet> packets;
     while (const auto packet = framer.next())
-        packets.push_back(*packet);
+        packets.append(*packet);
     return packets;
 }
 
@@ -36,13 +34,10 @@ class TestProtocol : public QObject
     Q_OBJECT
 
 private slots:
-    void encodesPublicExamples_data();
-    void encodesPublicExamples();
-    void decodesPublicExamples_data();
-    void decodesPublicExamples();
+    void publicExamples_data();
+    void publicExamples();
     void stuffing_data();
     void stuffing();
-    void stuffedPacketCountsPaddingInLength();
     void framesEveryParameterCount();
     void framesPacketsSplitAnywhere();
     void skipsGarbageAndBadPackets_data();
@@ -50,7 +45,7 @@ private slots:
     void capsItsBuffer();
 };
 
-void TestProtocol::encodesPublicExamples_data()
+void TestProtocol::publicExamples_data()
 {
     QTest::addColumn<QByteArray>("encoded");
     QTest::addColumn<QByteArray>("expected");
@@ -66,42 +61,22 @@ void TestProtocol::encodesPublicExamples_data()
     QTest::newRow("status of ping") << PacketCodec::status(1, 0, hex("06 04 26")) << hex("FF FF FD 00 01 07 00 55 00 06 04 26 65 5D");
     QTest::newRow("status of read") << PacketCodec::status(1, 0, hex("A6 00 00 00")) << hex("FF FF FD 00 01 08 00 55 00 A6 00 00 00 8C C0");
     QTest::newRow("status of write") << PacketCodec::status(1, 0) << hex("FF FF FD 00 01 04 00 55 00 A1 0C");
+    // The padding byte counts in the length and is covered by the CRC.
+    QTest::newRow("stuffed write") << PacketCodec::write(1, 28, hex("FF FF FD 00")) << hex("FF FF FD 00 01 0A 00 03 1C 00 FF FF FD FD 00 A2 09");
     // clang-format on
 }
 
-void TestProtocol::encodesPublicExamples()
+void TestProtocol::publicExamples()
 {
     QFETCH(QByteArray, encoded);
     QFETCH(QByteArray, expected);
     QCOMPARE(encoded.toHex(' '), expected.toHex(' '));
-}
-
-void TestProtocol::decodesPublicExamples_data()
-{
-    QTest::addColumn<QByteArray>("wire");
-    QTest::addColumn<Packet>("packet");
-
-    // clang-format off
-    QTest::newRow("ping") << hex("FF FF FD 00 01 03 00 01 19 4E") << Packet{1, Instruction::Ping, {}};
-    QTest::newRow("read") << hex("FF FF FD 00 01 07 00 02 84 00 04 00 1D 15") << Packet{1, Instruction::Read, hex("84 00 04 00")};
-    QTest::newRow("status of ping") << hex("FF FF FD 00 01 07 00 55 00 06 04 26 65 5D") << Packet{1, Instruction::Status, hex("00 06 04 26")};
-    QTest::newRow("status of read") << hex("FF FF FD 00 01 08 00 55 00 A6 00 00 00 8C C0") << Packet{1, Instruction::Status, hex("00 A6 00 00 00")};
-    QTest::newRow("status of write") << hex("FF FF FD 00 01 04 00 55 00 A1 0C") << Packet{1, Instruction::Status, hex("00")};
-    // clang-format on
-}
-
-void TestProtocol::decodesPublicExamples()
-{
-    QFETCH(QByteArray, wire);
-    QFETCH(Packet, packet);
 
     PacketFramer framer;
-    framer.append(wire);
+    framer.append(expected);
     const auto packets = frameAll(framer);
-    QCOMPARE(int(packets.size()), 1);
-    QCOMPARE(packets.front().id, packet.id);
-    QCOMPARE(packets.front().instruction, packet.instruction);
-    QCOMPARE(packets.front().parameters.toHex(' '), packet.parameters.toHex(' '));
+    QCOMPARE(packets.size(), 1);
+    QCOMPARE(PacketCodec::encode(packets.first()).toHex(' '), expected.toHex(' '));
     QCOMPARE(framer.bufferedSize(), 0);
 }
 
@@ -116,7 +91,6 @@ void TestProtocol::stuffing_data()
     QTest::newRow("three FF") << hex("FF FF FF FD 00") << hex("FF FF FF FD FD 00");
     QTest::newRow("twice") << hex("FF FF FD FF FF FD") << hex("FF FF FD FD FF FF FD FD");
     QTest::newRow("near miss") << hex("FF FD FF FD") << hex("FF FD FF FD");
-    QTest::newRow("empty") << QByteArray() << QByteArray();
 }
 
 void TestProtocol::stuffing()
@@ -127,21 +101,6 @@ void TestProtocol::stuffing()
     QCOMPARE(PacketCodec::unstuff(stuffed).toHex(' '), plain.toHex(' '));
 }
 
-void TestProtocol::stuffedPacketCountsPaddingInLength()
-{
-    // Write FF FF FD at address 28: the padding byte is counted and covered by the CRC.
-    const QByteArray wire = PacketCodec::write(1, 28, hex("FF FF FD 00"));
-    QCOMPARE(wire.left(wire.size() - 2).toHex(' '),
-             hex("FF FF FD 00 01 0A 00 03 1C 00 FF FF FD FD 00").toHex(' '));
-    QCOMPARE(wire.right(2).toHex(' '), hex("A2 09").toHex(' '));
-
-    PacketFramer framer;
-    framer.append(wire);
-    const auto packet = framer.next();
-    QVERIFY(packet);
-    QCOMPARE(packet->parameters.toHex(' '), hex("1C 00 FF FF FD 00").toHex(' '));
-}
-
 void TestProtocol::framesEveryParameterCount()
 {
     PacketFramer framer;
@@ -150,7 +109,6 @@ void TestProtocol::framesEveryParameterCount()
         framer.append(PacketCodec::status(3, quint8(count), parameters));
         const auto packet = framer.next();
         QVERIFY2(packet, qPrintable(QString("parameter count %1").arg(count)));
-        QCOMPARE(packet->instruction, Instruction::Status);
         QCOMPARE(packet->parameters, QByteArray(1, char(count)) + parameters);
         QVERIFY(!framer.next());
     }
@@ -159,20 +117,18 @@ void TestProtocol::framesEveryParameterCount()
 
 void TestProtocol::framesPacketsSplitAnywhere()
 {
-    const QByteArray first = PacketCodec::status(1, 0, awkwardParameters(9));
-    const QByteArray second = PacketCodec::status(2, 7, hex("FF FF FD"));
-    const QByteArray stream = first + second;
+    const QByteArray stream = PacketCodec::status(1, 0, awkwardParameters(9)) +
+                              PacketCodec::status(2, 7, hex("FF FF FD"));
     for (int cut = 0; cut <= stream.size(); ++cut) {
         for (int secondCut = cut; secondCut <= stream.size(); secondCut += 5) {
             PacketFramer framer;
-            std::vector<Packet> packets;
+            QList<Packet> packets;
             for (const QByteArray &piece :
                  {stream.left(cut), stream.mid(cut, secondCut - cut), stream.mid(secondCut)}) {
                 framer.append(piece);
-                const auto framed = frameAll(framer);
-                packets.insert(packets.end(), framed.begin(), framed.end());
+                packets += frameAll(framer);
             }
-            QCOMPARE(int(packets.size()), 2);
+            QCOMPARE(packets.size(), 2);
             QCOMPARE(packets[0].id, quint8(1));
             QCOMPARE(packets[1].parameters, hex("07 FF FF FD"));
         }
@@ -188,7 +144,6 @@ void TestProtocol::skipsGarbageAndBadPackets_data()
     const QByteArray b = PacketCodec::status(2, 0, hex("30"));
     QByteArray badCrc = PacketCodec::status(9, 0, hex("40"));
     badCrc[badCrc.size() - 1] = char(badCrc.back() ^ 0x01);
-    QByteArray truncated = b.left(b.size() - 3);
 
     // clang-format off
     QTest::newRow("back to back") << a + b << QList<int>{1, 2};
@@ -198,7 +153,7 @@ void TestProtocol::skipsGarbageAndBadPackets_data()
     QTest::newRow("header with impossible length") << hex("FF FF FD 00 01 FF FF") + a << QList<int>{1};
     QTest::newRow("header with too short length") << hex("FF FF FD 00 01 02 00") + b << QList<int>{2};
     QTest::newRow("header that cannot carry an id") << hex("FF FF FD 00 FF 03 00") + b << QList<int>{2};
-    QTest::newRow("truncated packet then a whole one") << truncated + a << QList<int>{1};
+    QTest::newRow("truncated packet then a whole one") << b.left(b.size() - 3) + a << QList<int>{1};
     QTest::newRow("header claiming more than arrives") << hex("FF FF FD 00 01 90 01 55") + a + b << QList<int>{1, 2};
     // clang-format on
 }
@@ -228,8 +183,7 @@ void TestProtocol::capsItsBuffer()
     }
     framer.append(PacketCodec::status(4, 0));
     const auto packet = framer.next();
-    QVERIFY(packet);
-    QCOMPARE(packet->id, quint8(4));
+    QVERIFY(packet && packet->id == 4);
 }
 
 QTEST_GUILESS_MAIN(TestProtocol)

@@ -6,31 +6,19 @@
 
 #include <QtTest>
 
-#include <fcntl.h>
-#include <stdlib.h>
-#include <unistd.h>
-
 namespace {
 
 const QString ServoPort = "scripted-servo";
 const QString SilentPort = "scripted-silent";
-const QString RebootOnlyPort = "scripted-reboot-only";
+// Statuses are handed over in the short form: FF FF id 02 error checksum.
+const QByteArray ShortStatus("\xFF\xFF\x05\x02\x00\xF8", 6);
 
-// Collects what the library hands over, one entry per onData call.
-struct Receiver
+// Answers only the given instruction, with an empty status of servo 5.
+ScriptedPortBackend::Responder answerOnly(quint8 instruction)
 {
-    ZelvarSerialPortInterface *library = nullptr;
-    QByteArrayList replies;
-
-    std::function<void()> onData()
-    {
-        return [this] { replies.append(library->readPendingSerialData()); };
-    }
-};
-
-quint8 instructionOf(const QByteArray &wire)
-{
-    return quint8(wire.at(7));
+    return [instruction](const QByteArray &bytes) {
+        return quint8(bytes.at(7)) == instruction ? PacketCodec::status(5, 0) : QByteArray();
+    };
 }
 
 } // namespace
@@ -41,55 +29,45 @@ class TestSerialPortLibrary : public QObject
 
 private slots:
     void initTestCase();
-    void cleanupTestCase();
+    void cleanupTestCase() { PortProvider::uninstall(provider); }
     void init();
-    void cleanup();
+    void cleanup() { library.reset(); }
 
-    void sendsOneRequestAtATime();
-    void handsOverOnlyTheLatestReply();
-    void dropsWaitingReadsThatANewerOneRepeats();
-    void neverDropsWrites();
+    void queuesAndHandsOverOnlyTheLatestReply();
     void handsOverWholeRepliesOnly_data();
     void handsOverWholeRepliesOnly();
     void ignoresWhatIsNotTheReply_data();
     void ignoresWhatIsNotTheReply();
     void abandonsUnansweredRequest();
-    void rebootWaitsBehindAnUnansweredRead();
-    void rebootGivesUpOnSilence();
+    void rebootAndResetBlockUntilReplyOrTimeout();
     void failedPortRefusesRequestsUntilReopened();
     void refusesUnknownProtocolVersion();
     void listsVirtualBusesBetweenAdaptersAndOtherPorts();
-    void talksThroughAPseudoTerminalBridge();
 
 private:
-    std::shared_ptr<ScriptedPortProvider> provider;
+    std::function<void()> onData()
+    {
+        return [this] { replies.append(library->readPendingSerialData()); };
+    }
+    ScriptedPortBackend *open(const QString &name, int baudRate = 1000000)
+    {
+        return library->openSerialPort(name, baudRate).isEmpty() ? provider->lastBackend.data()
+                                                                 : nullptr;
+    }
+
+    std::shared_ptr<ScriptedPortProvider> provider = std::make_shared<ScriptedPortProvider>();
     std::shared_ptr<ScriptedServo> servo;
     std::unique_ptr<ZelvarSerialPortInterface> library;
-    Receiver receiver;
+    QByteArrayList replies;
 };
 
 void TestSerialPortLibrary::initTestCase()
 {
-    // Qt ignores a runtime folder that others may read.
-    QFile::setPermissions(QString::fromLocal8Bit(qgetenv("XDG_RUNTIME_DIR")),
-                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    provider = std::make_shared<ScriptedPortProvider>();
     provider->addPort(ServoPort, [this](ScriptedPortBackend &backend) {
         backend.setResponder([this](const QByteArray &bytes) { return servo->respond(bytes); });
     });
     provider->addPort(SilentPort);
-    provider->addPort(RebootOnlyPort, [this](ScriptedPortBackend &backend) {
-        backend.setResponder([this](const QByteArray &bytes) {
-            return instructionOf(bytes) == Instruction::Reboot ? servo->respond(bytes)
-                                                               : QByteArray();
-        });
-    });
     PortProvider::install(provider);
-}
-
-void TestSerialPortLibrary::cleanupTestCase()
-{
-    PortProvider::uninstall(provider);
 }
 
 void TestSerialPortLibrary::init()
@@ -98,67 +76,30 @@ void TestSerialPortLibrary::init()
     for (int i = 0; i < servo->registers.size(); ++i)
         servo->registers[i] = char(0xF0 ^ i);
     library = std::make_unique<ZelvarSerialPortInterface>(nullptr, 2);
-    receiver = Receiver{library.get(), {}};
+    replies.clear();
 }
 
-void TestSerialPortLibrary::cleanup()
+void TestSerialPortLibrary::queuesAndHandsOverOnlyTheLatestReply()
 {
-    library.reset();
-}
-
-void TestSerialPortLibrary::sendsOneRequestAtATime()
-{
-    QCOMPARE(library->openSerialPort(ServoPort, 1000000), QString());
-    ScriptedPortBackend *port = provider->lastBackend();
-    QVERIFY(library->readData(5, 0, 4, receiver.onData()));
-    QVERIFY(library->writeData(5, 30, "\x01", receiver.onData()));
-    QVERIFY(library->readData(5, 0, 8, receiver.onData()));
-    // Half duplex: the later two wait until the first is answered.
-    QCOMPARE(port->written().size(), 1);
-    QTRY_COMPARE(port->written().size(), 3);
-    QCOMPARE(port->written().at(1), PacketCodec::write(5, 30, "\x01"));
-}
-
-void TestSerialPortLibrary::handsOverOnlyTheLatestReply()
-{
-    QCOMPARE(library->openSerialPort(ServoPort, 57600), QString());
-    QVERIFY(library->readData(5, 0, 4, receiver.onData()));
-    QVERIFY(library->writeData(5, 40, "\x07", receiver.onData()));
-    QVERIFY(library->readData(5, 10, 2, receiver.onData()));
-    QTRY_COMPARE(servo->instructions.size(), 3);
-    QTRY_COMPARE(receiver.replies.size(), 1);
-    const QByteArray reply = receiver.replies.first();
-    QCOMPARE(reply.size(), 2 + 11);
-    QCOMPARE(quint8(reply[9]), quint8(0xF0 ^ 10));
-    QCOMPARE(quint8(reply[10]), quint8(0xF0 ^ 11));
+    ScriptedPortBackend *port = open(ServoPort);
+    QVERIFY(port);
+    const QByteArray whole = PacketCodec::read(5, 0, 118),
+                     write = PacketCodec::write(5, 60, "\x2A");
+    QVERIFY(library->readData(5, 0, 118, onData()));
+    QVERIFY(library->readData(5, 0, 118, onData()));
+    QVERIFY(library->writeData(5, 60, "\x2A", onData()));
+    QVERIFY(library->writeData(5, 60, "\x2A", onData()));
+    QVERIFY(library->readData(5, 3, 2, onData()));
+    QVERIFY(library->readData(5, 0, 118, onData()));
+    // Half duplex: the rest wait until the first is answered.
+    QCOMPARE(port->written.size(), 1);
+    QTRY_COMPARE(replies.size(), 1);
+    // The waiting repeat of a newer read goes; writes never do.
+    QCOMPARE(port->written,
+             QByteArrayList({whole, write, write, PacketCodec::read(5, 3, 2), whole}));
+    QCOMPARE(replies[0].size(), 118 + 11);
+    QCOMPARE(replies[0].mid(9, 118), servo->registers.left(118));
     QCOMPARE(library->readPendingSerialData(), QByteArray());
-}
-
-void TestSerialPortLibrary::dropsWaitingReadsThatANewerOneRepeats()
-{
-    QCOMPARE(library->openSerialPort(ServoPort, 1000000), QString());
-    ScriptedPortBackend *port = provider->lastBackend();
-    QVERIFY(library->readData(5, 0, 118, receiver.onData()));
-    QVERIFY(library->readData(5, 0, 118, receiver.onData()));
-    QVERIFY(library->readData(5, 3, 2, receiver.onData()));
-    QVERIFY(library->readData(5, 0, 118, receiver.onData()));
-    QTRY_COMPARE(receiver.replies.size(), 1);
-    // The first is on the wire already; of the waiting ones the repeated read goes once.
-    const QByteArrayList expected = {PacketCodec::read(5, 0, 118), PacketCodec::read(5, 3, 2),
-                                     PacketCodec::read(5, 0, 118)};
-    QCOMPARE(port->written(), expected);
-    QCOMPARE(receiver.replies.first().size(), 118 + 11);
-}
-
-void TestSerialPortLibrary::neverDropsWrites()
-{
-    QCOMPARE(library->openSerialPort(ServoPort, 1000000), QString());
-    QVERIFY(library->readData(5, 0, 4, receiver.onData()));
-    for (int i = 0; i < 3; ++i)
-        QVERIFY(library->writeData(5, 60, "\x2A", receiver.onData()));
-    QTRY_COMPARE(receiver.replies.size(), 1);
-    QCOMPARE(servo->instructions.size(), 4);
-    QCOMPARE(receiver.replies.first(), QByteArray("\xFF\xFF\x05\x02\x00\xF8", 6));
 }
 
 void TestSerialPortLibrary::handsOverWholeRepliesOnly_data()
@@ -179,17 +120,16 @@ void TestSerialPortLibrary::handsOverWholeRepliesOnly()
 
     // Register values that need stuffing on the wire, handed over without it.
     servo->registers.replace(0, 6, QByteArray("\xFF\xFF\xFD\xFF\xFF\xFD", 6));
-    QCOMPARE(library->openSerialPort(ServoPort, 1000000), QString());
-    provider->lastBackend()->setChunkSize(chunkSize);
-    QVERIFY(library->readData(5, 0, quint8(length), receiver.onData()));
-    QTRY_COMPARE(receiver.replies.size(), 1);
-    const QByteArray reply = receiver.replies.first();
-    QCOMPARE(reply.size(), length + 11);
-    QCOMPARE(reply.left(8), QByteArray("\xFF\xFF\xFD\x00\x05", 5) +
-                                QByteArray(1, char((length + 4) & 0xFF)) +
-                                QByteArray(1, char((length + 4) >> 8)) + QByteArray("\x55"));
-    QCOMPARE(quint8(reply[8]), quint8(0));
-    QCOMPARE(reply.mid(9, length), servo->registers.left(length));
+    ScriptedPortBackend *port = open(ServoPort);
+    QVERIFY(port);
+    port->chunkSize = chunkSize;
+    QVERIFY(library->readData(5, 0, quint8(length), onData()));
+    QTRY_COMPARE(replies.size(), 1);
+    const QByteArray header("\xFF\xFF\xFD\x00\x05", 5);
+    QCOMPARE(replies[0].size(), length + 11);
+    QCOMPARE(replies[0].left(9),
+             header + char(length + 4) + char((length + 4) >> 8) + "\x55" + '\0');
+    QCOMPARE(replies[0].mid(9, length), servo->registers.left(length));
 }
 
 void TestSerialPortLibrary::ignoresWhatIsNotTheReply_data()
@@ -209,70 +149,66 @@ void TestSerialPortLibrary::ignoresWhatIsNotTheReply()
 {
     QFETCH(QByteArray, noise);
 
-    QCOMPARE(library->openSerialPort(SilentPort, 1000000), QString());
-    ScriptedPortBackend *port = provider->lastBackend();
-    QVERIFY(library->readData(5, 0, 2, receiver.onData()));
+    ScriptedPortBackend *port = open(SilentPort);
+    QVERIFY(port);
+    QVERIFY(library->readData(5, 0, 2, onData()));
     port->deliver(noise + PacketCodec::status(5, 0x80, "\x33\x44"));
-    QTRY_COMPARE(receiver.replies.size(), 1);
-    QCOMPARE(receiver.replies.first(), PacketCodec::status(5, 0x80, "\x33\x44"));
+    QTRY_COMPARE(replies.size(), 1);
+    QCOMPARE(replies[0], PacketCodec::status(5, 0x80, "\x33\x44"));
 }
 
 void TestSerialPortLibrary::abandonsUnansweredRequest()
 {
-    QCOMPARE(library->openSerialPort(SilentPort, 1000000), QString());
-    ScriptedPortBackend *port = provider->lastBackend();
-    QVERIFY(library->readData(5, 0, 2, receiver.onData()));
-    port->setResponder([](const QByteArray &bytes) {
-        return instructionOf(bytes) == Instruction::Write ? PacketCodec::status(5, 0)
-                                                          : QByteArray();
-    });
+    ScriptedPortBackend *port = open(SilentPort);
+    QVERIFY(port);
+    QVERIFY(library->readData(5, 0, 2, onData()));
+    port->setResponder(answerOnly(Instruction::Write));
     // Half a reply, then silence: the request is given up and its bytes with it.
     port->deliver(PacketCodec::status(5, 0, "\x01\x02").left(6));
-    QVERIFY(library->writeData(5, 20, "\x09", receiver.onData()));
-    QCOMPARE(port->written().size(), 1);
-    QTRY_COMPARE(receiver.replies.size(), 1);
-    QCOMPARE(receiver.replies.first(), QByteArray("\xFF\xFF\x05\x02\x00\xF8", 6));
+    QVERIFY(library->writeData(5, 20, "\x09", onData()));
+    QCOMPARE(port->written.size(), 1);
+    QTRY_COMPARE(replies.size(), 1);
+    QCOMPARE(replies[0], ShortStatus);
 }
 
-void TestSerialPortLibrary::rebootWaitsBehindAnUnansweredRead()
+void TestSerialPortLibrary::rebootAndResetBlockUntilReplyOrTimeout()
 {
-    QCOMPARE(library->openSerialPort(RebootOnlyPort, 57600), QString());
-    QVERIFY(library->readData(5, 0, 118, receiver.onData()));
-    QVERIFY(library->reboot(5, receiver.onData()));
+    ScriptedPortBackend *port = open(SilentPort, 57600);
+    QVERIFY(port);
+    port->setResponder(answerOnly(Instruction::Reboot));
+    QVERIFY(library->readData(5, 0, 118, onData()));
+    QVERIFY(library->reboot(5, onData()));
     // Returned with the reply in hand, though no event loop ran in between.
-    QCOMPARE(receiver.replies, QByteArrayList{QByteArray("\xFF\xFF\x05\x02\x00\xF8", 6)});
-    QCOMPARE(provider->lastBackend()->written().size(), 2);
-}
+    QCOMPARE(replies, QByteArrayList{ShortStatus});
+    QCOMPARE(port->written.size(), 2);
 
-void TestSerialPortLibrary::rebootGivesUpOnSilence()
-{
-    QCOMPARE(library->openSerialPort(SilentPort, 9600), QString());
-    QVERIFY(library->reset(5, receiver.onData()));
-    QVERIFY(receiver.replies.isEmpty());
-    QCOMPARE(provider->lastBackend()->written(),
+    replies.clear();
+    port = open(SilentPort, 9600);
+    QVERIFY(port && library->reset(5, onData()));
+    QVERIFY(replies.isEmpty());
+    QCOMPARE(port->written,
              QByteArrayList{PacketCodec::factoryReset(5, FactoryResetMode::KeepIdAndBaudRate)});
 }
 
 void TestSerialPortLibrary::failedPortRefusesRequestsUntilReopened()
 {
-    QCOMPARE(library->openSerialPort(ServoPort, 1000000), QString());
-    QVERIFY(library->readData(5, 0, 4, receiver.onData()));
-    provider->lastBackend()->fail("unplugged");
-    QVERIFY(!library->readData(5, 0, 4, receiver.onData()));
-    QVERIFY(!library->reboot(5, receiver.onData()));
+    QVERIFY(open(ServoPort));
+    QVERIFY(library->readData(5, 0, 4, onData()));
+    provider->lastBackend->fail("unplugged");
+    QVERIFY(!library->readData(5, 0, 4, onData()));
+    QVERIFY(!library->reboot(5, onData()));
     QTest::qWait(20);
-    QVERIFY(receiver.replies.isEmpty());
+    QVERIFY(replies.isEmpty());
 
-    QCOMPARE(library->openSerialPort(ServoPort, 1000000), QString());
-    QVERIFY(library->readData(5, 0, 4, receiver.onData()));
-    QTRY_COMPARE(receiver.replies.size(), 1);
+    QVERIFY(open(ServoPort));
+    QVERIFY(library->readData(5, 0, 4, onData()));
+    QTRY_COMPARE(replies.size(), 1);
 }
 
 void TestSerialPortLibrary::refusesUnknownProtocolVersion()
 {
     ZelvarSerialPortInterface version1(nullptr, 1);
-    const QString error = version1.openSerialPort(ServoPort, 1000000);
-    QVERIFY(error.contains(ServoPort));
+    QVERIFY(version1.openSerialPort(ServoPort, 1000000).contains(ServoPort));
     QVERIFY(!version1.readData(5, 0, 4, [] {}));
 }
 
@@ -284,64 +220,22 @@ void TestSerialPortLibrary::listsVirtualBusesBetweenAdaptersAndOtherPorts()
     QVERIFY(QFile::link("/dev/null", folder + "/bus-bridge"));
     QVERIFY(QFile::link(folder + "/gone", folder + "/dangling-bridge"));
 
-    const auto ports = library->getSerialPortList();
+    // Adapters (with a vendor id) first, then the virtual buses, then the rest.
     QStringList virtualNames;
-    int firstVirtual = -1;
-    int lastVirtual = -1;
-    for (int i = 0; i < int(ports.size()); ++i) {
-        const auto &port = ports[std::size_t(i)];
+    QString order;
+    for (const auto &port : library->getSerialPortList()) {
         const bool isVirtual = port->getDescription() == "Virtual bus bridge" ||
                                port->getDescription() == "Scripted port";
-        if (isVirtual) {
+        const QChar kind = isVirtual ? 'v' : port->getVendorIdentifier() != 0 ? 'a' : 'o';
+        if (order.isEmpty() || order.back() != kind)
+            order += kind;
+        if (isVirtual)
             virtualNames.append(port->getPortName());
-            firstVirtual = firstVirtual < 0 ? i : firstVirtual;
-            lastVirtual = i;
-        } else if (firstVirtual < 0) {
-            QVERIFY(port->getVendorIdentifier() != 0);
-        } else {
-            QCOMPARE(port->getVendorIdentifier(), quint16(0));
-        }
-        if (port->getPortName() == "bus-bridge") {
+        if (port->getPortName() == "bus-bridge")
             QCOMPARE(port->getSystemLocation(), QString("/dev/null"));
-            QCOMPARE(port->getManufacturer(), QString());
-        }
     }
-    QCOMPARE(virtualNames, QStringList({"bus-bridge", RebootOnlyPort, ServoPort, SilentPort}));
-    QCOMPARE(lastVirtual - firstVirtual + 1, virtualNames.size());
-    QDir(folder).removeRecursively();
-}
-
-void TestSerialPortLibrary::talksThroughAPseudoTerminalBridge()
-{
-    const int master = posix_openpt(O_RDWR | O_NOCTTY);
-    QVERIFY(master >= 0);
-    QVERIFY(fcntl(master, F_SETFL, O_NONBLOCK) == 0);
-    QVERIFY(grantpt(master) == 0 && unlockpt(master) == 0);
-    const QString folder =
-        QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + "/zelvar-virtual-bus";
-    QVERIFY(QDir().mkpath(folder));
-    QVERIFY(QFile::link(QString::fromLocal8Bit(ptsname(master)), folder + "/pty-bridge"));
-
-    QCOMPARE(library->openSerialPort("pty-bridge", 1000000), QString());
-    QVERIFY(library->readData(5, 2, 3, receiver.onData()));
-    QByteArray request;
-    QTRY_VERIFY_WITH_TIMEOUT(([&] {
-                                 char buffer[64];
-                                 const auto n = ::read(master, buffer, sizeof buffer);
-                                 request.append(buffer, int(qMax<ssize_t>(0, n)));
-                                 return request.size() >= PacketCodec::read(5, 2, 3).size();
-                             }()),
-                             5000);
-    QCOMPARE(request, PacketCodec::read(5, 2, 3));
-    // Answering late would be too late; answer at once and check the handover.
-    const QByteArray reply = PacketCodec::status(5, 0, "\x0A\x0B\x0C");
-    QCOMPARE(int(::write(master, reply.constData(), size_t(reply.size()))), reply.size());
-    QTRY_COMPARE(receiver.replies.size(), 1);
-    QCOMPARE(receiver.replies.first(), reply);
-
-    // The far end goes away: the port closes itself, requests fail, nothing spins.
-    ::close(master);
-    QTRY_VERIFY(!library->readData(5, 2, 3, receiver.onData()));
+    QVERIFY2(QRegularExpression("^a?vo?$").match(order).hasMatch(), qPrintable(order));
+    QCOMPARE(virtualNames, QStringList({"bus-bridge", ServoPort, SilentPort}));
     QDir(folder).removeRecursively();
 }
 

@@ -5,6 +5,7 @@
 #include <QByteArrayList>
 #include <deque>
 #include <functional>
+#include <utility>
 
 // A port for tests: it records what is written and answers from a script, through the
 // event loop like a real port (or at once inside waitForReadyRead()).
@@ -15,40 +16,37 @@ class ScriptedPortBackend : public SerialPortBackend
 public:
     // Given the bytes just written, returns the bytes the bus sends back (empty: silence).
     using Responder = std::function<QByteArray(const QByteArray &written)>;
+    void setResponder(Responder r) { responder = std::move(r); }
 
-    explicit ScriptedPortBackend(const QString &portName);
-
-    void setResponder(Responder responder);
     // Replies arrive in pieces of this size, one event each (0: whole).
-    void setChunkSize(int size);
-    void setOpenError(const QString &error);
+    int chunkSize = 0;
+    QByteArrayList written;
 
     // Makes `bytes` arrive, as if the bus had sent them unasked.
     void deliver(const QByteArray &bytes);
     // The bus goes away: the port closes itself and reports it.
-    void fail(const QString &reason);
+    void fail(const QString &reason)
+    {
+        close();
+        emit failed(reason);
+    }
 
-    QByteArrayList written() const;
-    int openedBaudRate() const;
-
-    QString open(int baudRate) override;
+    QString open(int) override
+    {
+        opened = true;
+        return {};
+    }
     void close() override;
-    bool isOpen() const override;
+    bool isOpen() const override { return opened; }
     bool write(const QByteArray &bytes) override;
-    QByteArray readAll() override;
+    QByteArray readAll() override { return std::exchange(received, {}); }
     bool waitForReadyRead(int msecs) override;
 
 private:
-    void schedule(const QByteArray &bytes);
     void arriveNext();
 
-    QString portName;
     Responder responder;
-    int chunkSize = 0;
-    QString openError;
     bool opened = false;
-    int baudRate = 0;
-    QByteArrayList writes;
     std::deque<QByteArray> inTransit;
     QByteArray received;
 };

@@ -1,10 +1,5 @@
 #include "scriptedportprovider.h"
 
-void ScriptedPortProvider::addPort(const QString &portName, Setup setup)
-{
-    scripts.emplace_back(portName, std::move(setup));
-}
-
 std::vector<SerialPortItem> ScriptedPortProvider::ports() const
 {
     std::vector<SerialPortItem> items;
@@ -20,16 +15,11 @@ ScriptedPortProvider::createBackend(const QString &portName) const
     for (const auto &[name, setup] : scripts) {
         if (name != portName)
             continue;
-        auto backend = std::make_unique<ScriptedPortBackend>(name);
+        auto backend = std::make_unique<ScriptedPortBackend>();
         if (setup)
             setup(*backend);
-        last = backend.get();
+        lastBackend = backend.get();
         return backend;
     }
     return nullptr;
-}
-
-ScriptedPortBackend *ScriptedPortProvider::lastBackend() const
-{
-    return last.data();
 }

@@ -13,15 +13,17 @@ class ScriptedPortProvider : public PortProvider
 public:
     using Setup = std::function<void(ScriptedPortBackend &)>;
 
-    void addPort(const QString &portName, Setup setup = {});
+    void addPort(const QString &portName, Setup setup = {})
+    {
+        scripts.emplace_back(portName, std::move(setup));
+    }
 
     std::vector<SerialPortItem> ports() const override;
     std::unique_ptr<SerialPortBackend> createBackend(const QString &portName) const override;
 
     // The backend the library opened last, while the library keeps it.
-    ScriptedPortBackend *lastBackend() const;
+    mutable QPointer<ScriptedPortBackend> lastBackend;
 
 private:
     std::vector<std::pair<QString, Setup>> scripts;
-    mutable QPointer<ScriptedPortBackend> last;
 };
