@@ -14,90 +14,98 @@
 #include <QToolBar>
 #include <QtTest>
 
-class TestMainWindow : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-    void init();
-
-    void startsDisconnected();
-    void actions_data();
-    void actions();
-    void menusAndToolBar();
-    void tabsHoldTheViews();
-    void toolBarSpinBoxes_data();
-    void toolBarSpinBoxes();
-    void emptyStoreRestoresDefaultsAndWritesNothing();
-    void storedValuesAreRestored();
-    void spinBoxChangePersistsAtOnce_data();
-    void spinBoxChangePersistsAtOnce();
-    void updateIdMovesAndPersistsServoAddress();
-    void firstStartFitsIntoScreen();
-    void closingPersistsGeometry();
-    void quitClosesWindow();
-    void settingsActionShowsDialog();
-
-private:
-    static QVariant stored(const QString &key);
-};
-
 namespace {
-const QString group = QStringLiteral("main window settings");
-
-bool isInside(const QObject *object, const QObject *ancestor)
+QSettings rawStore()
 {
-    for (; object; object = object->parent()) {
-        if (object == ancestor)
-            return true;
-    }
-    return false;
+    return QSettings(QStringLiteral("Ostravel"), QStringLiteral("Zelvar Servo Manager"));
+}
+
+QVariant stored(const QString &key)
+{
+    return rawStore().value("main window settings/" + key);
 }
 
 // The tool bar and the edit view both have an idLabel and an idSpinBox: a child outside
 // the tabs is the window's own and comes first.
 template<typename T>
-T *child(const MainWindow &window, const char *name)
+T *child(const MainWindow &window, const QString &name)
 {
-    const QList<T *> found = window.findChildren<T *>(QLatin1String(name));
+    const QList<T *> found = window.findChildren<T *>(name);
     if (found.isEmpty())
-        qFatal("no child %s", name);
-    const QObject *tabs = window.findChild<QObject *>(QStringLiteral("tabWidget"));
+        qFatal("no child %s", qPrintable(name));
+    const auto *tabs = window.findChild<QWidget *>(QStringLiteral("tabWidget"));
     for (T *candidate : found) {
-        if (!isInside(candidate, tabs))
+        const auto *widget = qobject_cast<QWidget *>(candidate);
+        if (!widget || !tabs->isAncestorOf(widget))
             return candidate;
     }
     return found.first();
 }
+
+// A menu's title and actions, or a tool bar's actions and widgets, by object name.
+QString names(QWidget *holder)
+{
+    const auto *toolBar = qobject_cast<QToolBar *>(holder);
+    const auto *menu = qobject_cast<QMenu *>(holder);
+    QStringList result{(menu ? menu->title() : QString()) + ':'};
+    for (QAction *action : holder->actions()) {
+        const QWidget *widget = toolBar ? toolBar->widgetForAction(action) : nullptr;
+        const bool bound =
+            qobject_cast<const QSpinBox *>(widget) || qobject_cast<const QLabel *>(widget);
+        result << (action->isSeparator() ? "|"
+                   : bound               ? widget->objectName()
+                                         : action->objectName());
+    }
+    return result.join(' ');
+}
 } // namespace
 
-QVariant TestMainWindow::stored(const QString &key)
+class TestMainWindow : public QObject
 {
-    QSettings store(QStringLiteral("Ostravel"), QStringLiteral("Zelvar Servo Manager"));
-    store.beginGroup(group);
-    return store.value(key);
-}
+    Q_OBJECT
 
-void TestMainWindow::initTestCase()
-{
-    Q_INIT_RESOURCE(resources);
-}
+private slots:
+    void initTestCase() { Q_INIT_RESOURCE(resources); }
+    void init() { rawStore().clear(); }
 
-void TestMainWindow::init()
-{
-    QSettings store(QStringLiteral("Ostravel"), QStringLiteral("Zelvar Servo Manager"));
-    store.clear();
-}
+    void layout();
+    void actions_data();
+    void actions();
+    void toolBarSpinBoxes_data();
+    void toolBarSpinBoxes();
+    void updateIdMovesAndPersistsServoAddress();
+    void geometryFitsScreenAndPersistsOnClose();
+    void quitAndSettingsActions();
+};
 
-void TestMainWindow::startsDisconnected()
+void TestMainWindow::layout()
 {
     MainWindow window;
-    QCOMPARE(window.objectName(), QStringLiteral("MainWindow"));
     QCOMPARE(window.windowTitle(), QStringLiteral("Zelvar Servo Manager"));
     QVERIFY(!window.windowIcon().isNull());
     QCOMPARE(child<QStatusBar>(window, "statusBar")->currentMessage(),
              QStringLiteral("Disconnected"));
+
+    QCOMPARE(names(child<QMenu>(window, "menuConnections")),
+             QStringLiteral("Connections: actionConnect actionDisconnect actionQuit"));
+    QCOMPARE(names(child<QMenu>(window, "menuHelp")), QStringLiteral("Help: actionAbout"));
+    auto *toolBar = child<QToolBar>(window, "toolBar");
+    QCOMPARE(window.toolBarArea(toolBar), Qt::TopToolBarArea);
+    QCOMPARE(names(toolBar),
+             QStringLiteral(
+                 ": actionConnect actionDisconnect actionSettings actionSearch actionReboot "
+                 "actionReset | pollingIntervalLabel pollingIntervalSpinBox | idLabel idSpinBox"));
+    QCOMPARE(child<QLabel>(window, "pollingIntervalLabel")->text(),
+             QStringLiteral("Polling interval (ms): "));
+    QCOMPARE(child<QLabel>(window, "idLabel")->text(), QStringLiteral("Servo address: "));
+
+    const auto *tabs = child<QTabWidget>(window, "tabWidget");
+    QCOMPARE(tabs->count(), 2);
+    QCOMPARE(tabs->currentIndex(), 0);
+    QCOMPARE(tabs->tabText(0) + '/' + tabs->tabText(1),
+             QStringLiteral("Unit fields/Register fields"));
+    QVERIFY(tabs->widget(0)->isAncestorOf(child<EditView>(window, "editView")));
+    QVERIFY(tabs->widget(1)->isAncestorOf(child<RegisterView>(window, "registerView")));
 }
 
 void TestMainWindow::actions_data()
@@ -148,130 +156,50 @@ void TestMainWindow::actions()
     QCOMPARE(action->text(), text);
     QCOMPARE(action->toolTip(), toolTip);
     QCOMPARE(action->shortcut(), QKeySequence(shortcut));
-    QCOMPARE(action->icon().isNull(), !hasIcon);
-    if (hasIcon)
-        QVERIFY(!action->icon().pixmap(32, 32).isNull());
+    QCOMPARE(!action->icon().pixmap(32, 32).isNull(), hasIcon);
     QCOMPARE(action->isEnabled(), enabled);
-}
-
-void TestMainWindow::menusAndToolBar()
-{
-    MainWindow window;
-    const auto names = [](const QList<QAction *> &actions) {
-        QStringList result;
-        for (const QAction *action : actions)
-            result << (action->isSeparator() ? QStringLiteral("|") : action->objectName());
-        return result;
-    };
-
-    const auto *connections = child<QMenu>(window, "menuConnections");
-    QCOMPARE(connections->title(), QStringLiteral("Connections"));
-    QCOMPARE(names(connections->actions()),
-             (QStringList{"actionConnect", "actionDisconnect", "actionQuit"}));
-    const auto *help = child<QMenu>(window, "menuHelp");
-    QCOMPARE(help->title(), QStringLiteral("Help"));
-    QCOMPARE(names(help->actions()), QStringList{"actionAbout"});
-
-    auto *toolBar = child<QToolBar>(window, "toolBar");
-    QCOMPARE(window.toolBarArea(toolBar), Qt::TopToolBarArea);
-    QStringList widgets;
-    for (QAction *action : toolBar->actions()) {
-        QWidget *widget = toolBar->widgetForAction(action);
-        widgets << (qobject_cast<QSpinBox *>(widget) || qobject_cast<QLabel *>(widget)
-                        ? widget->objectName()
-                        : names({action}).first());
-    }
-    QCOMPARE(widgets,
-             (QStringList{"actionConnect", "actionDisconnect", "actionSettings", "actionSearch",
-                          "actionReboot", "actionReset", "|", "pollingIntervalLabel",
-                          "pollingIntervalSpinBox", "|", "idLabel", "idSpinBox"}));
-    QCOMPARE(child<QLabel>(window, "pollingIntervalLabel")->text(),
-             QStringLiteral("Polling interval (ms): "));
-    QCOMPARE(child<QLabel>(window, "idLabel")->text(), QStringLiteral("Servo address: "));
-}
-
-void TestMainWindow::tabsHoldTheViews()
-{
-    MainWindow window;
-    const auto *tabs = child<QTabWidget>(window, "tabWidget");
-    QCOMPARE(tabs->count(), 2);
-    QCOMPARE(tabs->currentIndex(), 0);
-    QVERIFY(tabs->autoFillBackground());
-    QCOMPARE(tabs->tabText(0), QStringLiteral("Unit fields"));
-    QCOMPARE(tabs->tabText(1), QStringLiteral("Register fields"));
-    QVERIFY(tabs->widget(0)->isAncestorOf(child<EditView>(window, "editView")));
-    QVERIFY(tabs->widget(1)->isAncestorOf(child<RegisterView>(window, "registerView")));
 }
 
 void TestMainWindow::toolBarSpinBoxes_data()
 {
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<int>("initial");
     QTest::addColumn<int>("minimum");
     QTest::addColumn<int>("maximum");
     QTest::addColumn<int>("step");
+    QTest::addColumn<int>("restored");
 
-    QTest::newRow("pollingIntervalSpinBox") << 10 << 5000 << 10;
-    QTest::newRow("idSpinBox") << 0 << 253 << 1;
+    QTest::newRow("pollingIntervalSpinBox") << "pollingInterval" << 500 << 10 << 5000 << 10 << 1230;
+    QTest::newRow("idSpinBox") << "servoId" << 0 << 0 << 253 << 1 << 253;
 }
 
 void TestMainWindow::toolBarSpinBoxes()
 {
+    QFETCH(QString, key);
+    QFETCH(int, initial);
     QFETCH(int, minimum);
     QFETCH(int, maximum);
     QFETCH(int, step);
+    QFETCH(int, restored);
 
-    MainWindow window;
-    auto *spinBox = child<QSpinBox>(window, QTest::currentDataTag());
-    QCOMPARE(spinBox->minimum(), minimum);
-    QCOMPARE(spinBox->maximum(), maximum);
-    QCOMPARE(spinBox->singleStep(), step);
-    QVERIFY(spinBox->isEnabled());
-
-    spinBox->setValue(maximum + 1);
-    QCOMPARE(spinBox->value(), maximum);
-    spinBox->setValue(minimum - 1);
-    QCOMPARE(spinBox->value(), minimum);
-}
-
-void TestMainWindow::emptyStoreRestoresDefaultsAndWritesNothing()
-{
-    MainWindow window;
-    QCOMPARE(child<QSpinBox>(window, "pollingIntervalSpinBox")->value(), 500);
-    QCOMPARE(child<QSpinBox>(window, "idSpinBox")->value(), 0);
-
-    QSettings store(QStringLiteral("Ostravel"), QStringLiteral("Zelvar Servo Manager"));
-    QVERIFY(store.allKeys().isEmpty());
-}
-
-void TestMainWindow::storedValuesAreRestored()
-{
     {
-        QSettings store(QStringLiteral("Ostravel"), QStringLiteral("Zelvar Servo Manager"));
-        store.beginGroup(group);
-        store.setValue(QStringLiteral("pollingInterval"), 1230);
-        store.setValue(QStringLiteral("servoId"), 253);
+        MainWindow window;
+        auto *spinBox = child<QSpinBox>(window, QTest::currentDataTag());
+        QCOMPARE(spinBox->value(), initial);
+        QCOMPARE(spinBox->singleStep(), step);
+        // Restoring the defaults writes nothing.
+        QVERIFY(rawStore().allKeys().isEmpty());
+        // Every change is stored at once, clamped to the range.
+        spinBox->setValue(maximum + 1);
+        QCOMPARE(stored(key).toInt(), maximum);
+        spinBox->setValue(minimum - 1);
+        QCOMPARE(stored(key).toInt(), minimum);
     }
+    rawStore().clear();
+    rawStore().setValue("main window settings/" + key, restored);
     MainWindow window;
-    QCOMPARE(child<QSpinBox>(window, "pollingIntervalSpinBox")->value(), 1230);
-    QCOMPARE(child<QSpinBox>(window, "idSpinBox")->value(), 253);
-}
-
-void TestMainWindow::spinBoxChangePersistsAtOnce_data()
-{
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<int>("value");
-
-    QTest::newRow("pollingIntervalSpinBox") << "pollingInterval" << 20;
-    QTest::newRow("idSpinBox") << "servoId" << 17;
-}
-
-void TestMainWindow::spinBoxChangePersistsAtOnce()
-{
-    QFETCH(QString, key);
-    QFETCH(int, value);
-
-    MainWindow window;
-    child<QSpinBox>(window, QTest::currentDataTag())->setValue(value);
-    QCOMPARE(stored(key).toInt(), value);
+    QCOMPARE(child<QSpinBox>(window, QTest::currentDataTag())->value(), restored);
+    QCOMPARE(rawStore().allKeys(), QStringList{"main window settings/" + key});
 }
 
 void TestMainWindow::updateIdMovesAndPersistsServoAddress()
@@ -282,46 +210,34 @@ void TestMainWindow::updateIdMovesAndPersistsServoAddress()
     QCOMPARE(stored(QStringLiteral("servoId")).toInt(), 42);
 }
 
-void TestMainWindow::firstStartFitsIntoScreen()
-{
-    MainWindow window;
-    const QSize available = QGuiApplication::primaryScreen()->availableGeometry().size();
-    QVERIFY(available.width() < 1192 || available.height() < 1428);
-    QCOMPARE(window.size(), QSize(1192, 1428).boundedTo(available));
-}
-
-void TestMainWindow::closingPersistsGeometry()
+void TestMainWindow::geometryFitsScreenAndPersistsOnClose()
 {
     {
         MainWindow window;
+        const QSize available = QGuiApplication::primaryScreen()->availableGeometry().size();
+        QVERIFY(available.width() < 1192 || available.height() < 1428);
+        QCOMPARE(window.size(), QSize(1192, 1428).boundedTo(available));
         window.show();
         window.resize(640, 480);
         QVERIFY(window.close());
     }
     QVERIFY(!stored(QStringLiteral("geometry")).toByteArray().isEmpty());
     QVERIFY(!stored(QStringLiteral("windowState")).toByteArray().isEmpty());
-
-    MainWindow restored;
-    QCOMPARE(restored.size(), QSize(640, 480));
+    QCOMPARE(MainWindow().size(), QSize(640, 480));
 }
 
-void TestMainWindow::quitClosesWindow()
+void TestMainWindow::quitAndSettingsActions()
 {
     MainWindow window;
     window.show();
-    child<QAction>(window, "actionQuit")->trigger();
-    QVERIFY(!window.isVisible());
-}
-
-void TestMainWindow::settingsActionShowsDialog()
-{
-    MainWindow window;
     SettingsDialog *dialog = SettingsDialog::instance();
-    QVERIFY(dialog);
-    QVERIFY(!dialog->isVisible());
+    QVERIFY(dialog && !dialog->isVisible());
     child<QAction>(window, "actionSettings")->trigger();
     QVERIFY(dialog->isVisible());
     QVERIFY(dialog->isModal());
+    dialog->hide();
+    child<QAction>(window, "actionQuit")->trigger();
+    QVERIFY(!window.isVisible());
 }
 
 QTEST_MAIN(TestMainWindow)
