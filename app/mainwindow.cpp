@@ -1,23 +1,66 @@
 #include "app/mainwindow.h"
 #include "ui_mainwindow.h"
 
+#include "device/devicehelper.h"
+#include "device/uiregisterhelper.h"
 #include "link/serialhelper.h"
+#include "link/uischeduler.h"
 #include "search/searchdialog.h"
 #include "settings/settings.h"
 #include "settings/settingsdialog.h"
+#include "views/registerview.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QMessageBox>
+#include <QPointer>
 #include <QScreen>
 #include <QSpinBox>
+#include <QTimer>
+#include <QTimerEvent>
 
 namespace {
 const QString geometryKey = QStringLiteral("geometry");
 const QString windowStateKey = QStringLiteral("windowState");
 const QString pollingIntervalKey = QStringLiteral("pollingInterval");
 const QString servoIdKey = QStringLiteral("servoId");
+
+// Leaves an exchange already under way time to finish before the port goes.
+constexpr int closeDelayMs = 100;
+
+// The reply to a reboot or a factory reset: the servo's id and its error byte.
+constexpr int replyIdByte = 2;
+constexpr int replyErrorByte = 4;
+
+quint8 replyByte(const QByteArray &reply, int index)
+{
+    return index < reply.size() ? quint8(reply.at(index)) : 0;
+}
 } // namespace
+
+struct MainWindow::ServoOperation
+{
+    bool (DeviceHelper::*send)(uint8_t servoId, std::function<void(QByteArray)> callback);
+    const char *refused;
+    const char *failed;
+    const char *succeeded;
+};
+
+// clang-format off
+const MainWindow::ServoOperation MainWindow::rebootOperation = {
+    &DeviceHelper::reboot,
+    QT_TRANSLATE_NOOP("MainWindow", "Error occurred during reboot operation"),
+    QT_TRANSLATE_NOOP("MainWindow", "Error during reboot of Zelvar servo id:%1"),
+    QT_TRANSLATE_NOOP("MainWindow", "Zelvar servo id:%1 was rebooted successfully"),
+};
+const MainWindow::ServoOperation MainWindow::factoryResetOperation = {
+    &DeviceHelper::factoryReset,
+    QT_TRANSLATE_NOOP("MainWindow", "Error occurred during factory reset operation"),
+    QT_TRANSLATE_NOOP("MainWindow", "Error during factory reset of Zelvar servo id:%1"),
+    QT_TRANSLATE_NOOP("MainWindow", "Factory reset of Zelvar servo id:%1 was successful"),
+};
+// clang-format on
 
 MainWindow::MainWindow(QWidget *parent)
     : QMainWindow(parent)
@@ -29,6 +72,9 @@ MainWindow::MainWindow(QWidget *parent)
 {
     ui->setupUi(this);
     ui->tabWidget->setAutoFillBackground(true);
+
+    DeviceHelper::instance(serialHelper, std::bind(&MainWindow::onDeviceLoaded, this));
+    registerHelper = UiRegisterHelper::instance();
 
     ui->actionConnect->setEnabled(true);
     ui->actionQuit->setEnabled(true);
@@ -67,6 +113,57 @@ void MainWindow::closeEvent(QCloseEvent *event)
     settings->setValue(geometryKey, saveGeometry());
     settings->setValue(windowStateKey, saveState());
     QMainWindow::closeEvent(event);
+}
+
+void MainWindow::timerEvent(QTimerEvent *)
+{
+    serialHelper->closeSerialPort();
+    killTimer(closeTimerId);
+    closeTimerId = 0;
+}
+
+void MainWindow::on_actionConnect_triggered()
+{
+    if (!openSerialPort())
+        return;
+    const auto servoId = uint8_t(idSpinBox->value());
+    // The answer comes through the event loop, after the register view and the scheduler
+    // below are ready for it.
+    DeviceHelper::instance()->identify(servoId);
+    ui->registerView->connectDevice();
+    scheduler = std::make_shared<UiScheduler>(servoId, serialHelper);
+    setLinkActions(true);
+}
+
+void MainWindow::onDeviceLoaded()
+{
+    // An identification that answers after a disconnect starts nothing.
+    if (!scheduler || !ui->actionDisconnect->isEnabled())
+        return;
+    ui->statusBar->showMessage(tr("Connected"));
+    scheduler->setTimerId(scheduler->startTimer(pollingIntervalSpinBox->value(), Qt::CoarseTimer));
+}
+
+void MainWindow::on_actionDisconnect_triggered()
+{
+    if (scheduler) {
+        scheduler->killTimer(scheduler->timerId());
+        scheduler->setTimerId(0);
+    }
+    ui->registerView->disconnectDevice();
+    setLinkActions(false);
+    closeTimerId = startTimer(closeDelayMs);
+    ui->statusBar->showMessage(tr("Disconnected"));
+}
+
+void MainWindow::on_actionReboot_triggered()
+{
+    runServoOperation(rebootOperation);
+}
+
+void MainWindow::on_actionReset_triggered()
+{
+    runServoOperation(factoryResetOperation);
 }
 
 void MainWindow::on_idSpinBoxValueChanged(int value)
@@ -119,4 +216,53 @@ void MainWindow::fillToolBar()
     idSpinBox->setSingleStep(1);
     idSpinBox->setValue(settings->value(servoIdKey, 0).toInt());
     ui->toolBar->addWidget(idSpinBox.get());
+}
+
+void MainWindow::setLinkActions(bool linked)
+{
+    ui->actionConnect->setEnabled(!linked);
+    ui->actionSettings->setEnabled(!linked);
+    ui->actionSearch->setEnabled(!linked);
+    ui->actionReboot->setEnabled(!linked);
+    ui->actionReset->setEnabled(!linked);
+    ui->actionDisconnect->setEnabled(linked);
+    idSpinBox->setEnabled(!linked);
+    pollingIntervalSpinBox->setEnabled(!linked);
+}
+
+bool MainWindow::openSerialPort()
+{
+    const SettingsDialog::PortSettings port = settingsDialog->portSettings();
+    const QString error = serialHelper->openSerialPort(port.portName, port.baudRate);
+    if (error.isEmpty())
+        return true;
+    QMessageBox::critical(this, tr("Error"), error, QMessageBox::Ok);
+    return false;
+}
+
+void MainWindow::runServoOperation(const ServoOperation &operation)
+{
+    if (!openSerialPort())
+        return;
+    // The reply arrives inside the library call; its box waits until that call is over,
+    // so that no dialog runs its event loop in the middle of the library.
+    QPointer<MainWindow> self(this);
+    auto showResult = [self, &operation](QByteArray reply) {
+        QTimer::singleShot(0, self, [self, &operation, reply] {
+            if (self)
+                self->showOperationResult(operation, reply);
+        });
+    };
+    DeviceHelper &deviceHelper = *DeviceHelper::instance();
+    if (!(deviceHelper.*operation.send)(uint8_t(idSpinBox->value()), showResult))
+        QMessageBox::critical(this, tr("Error"), tr(operation.refused));
+}
+
+void MainWindow::showOperationResult(const ServoOperation &operation, const QByteArray &reply)
+{
+    const QString id = QString::number(replyByte(reply, replyIdByte));
+    if (replyByte(reply, replyErrorByte) != 0)
+        QMessageBox::critical(this, tr("Error"), tr(operation.failed).arg(id));
+    else
+        QMessageBox::information(this, tr("Success"), tr(operation.succeeded).arg(id));
 }

@@ -1,15 +1,20 @@
 #pragma once
 
+#include <QByteArray>
 #include <QMainWindow>
+#include <QString>
 #include <memory>
 
 class QCloseEvent;
 class QLabel;
 class QSpinBox;
+class QTimerEvent;
 class SearchDialog;
 class SerialHelper;
 class Settings;
 class SettingsDialog;
+class UiRegisterHelper;
+class UiScheduler;
 
 namespace Ui {
 class MainWindow;
@@ -27,15 +32,31 @@ public:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    // The close timer: the port closes a moment after a disconnect.
+    void timerEvent(QTimerEvent *event) override;
 
 private slots:
+    void on_actionConnect_triggered();
+    void on_actionDisconnect_triggered();
     void on_idSpinBoxValueChanged(int value);
     void on_pollingIntervalSpinBoxValueChanged(int value);
     void on_updateId(int value);
+    void on_actionReboot_triggered();
+    void on_actionReset_triggered();
 
 private:
+    // A one-shot servo command and the texts that report it.
+    struct ServoOperation;
+    static const ServoOperation rebootOperation;
+    static const ServoOperation factoryResetOperation;
+
     void fillToolBar();
     void fitIntoScreen();
+    void onDeviceLoaded();
+    void setLinkActions(bool linked);
+    bool openSerialPort();
+    void runServoOperation(const ServoOperation &operation);
+    void showOperationResult(const ServoOperation &operation, const QByteArray &reply);
 
     Ui::MainWindow *ui;
     std::shared_ptr<Settings> settings;
@@ -45,5 +66,8 @@ private:
     std::shared_ptr<QSpinBox> idSpinBox;
     std::shared_ptr<QLabel> pollingIntervalLabel;
     std::shared_ptr<QSpinBox> pollingIntervalSpinBox;
+    std::shared_ptr<UiRegisterHelper> registerHelper;
     std::shared_ptr<SerialHelper> serialHelper;
+    std::shared_ptr<UiScheduler> scheduler;
+    int closeTimerId = 0;
 };

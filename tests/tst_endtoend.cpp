@@ -1,0 +1,434 @@
+#include "app/mainwindow.h"
+#include "device/devicehelper.h"
+#include "settings/settingsdialog.h"
+#include "simulator/busfault.h"
+#include "simulator/servoregisters.h"
+#include "simulator/virtualbus.h"
+#include "simulator/virtualbusportprovider.h"
+#include "simulator/virtualservo.h"
+#include "views/registerview.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QFile>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QStandardPaths>
+#include <QStatusBar>
+#include <QTableWidget>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
+#include <QtTest>
+#include <ctime>
+
+namespace {
+
+constexpr quint8 jointServoId = 3;
+constexpr int jointServoBaudRate = 57600;
+// Served only for the factory reset, which may give a servo another id.
+constexpr quint8 resetServoId = 9;
+constexpr quint8 absentServoId = 77;
+// A whole-table reply takes about 25 ms at 57,600 baud: the next tick must not overtake it.
+constexpr int pollingIntervalMs = 100;
+// Generous: only there to end a hang.
+constexpr int patienceMs = 20000;
+
+struct BoxSeen
+{
+    QString title;
+    QString text;
+};
+
+// Answers every modal message box at once, as a user would, and remembers what it said.
+class BoxCloser : public QObject
+{
+public:
+    BoxCloser()
+    {
+        connect(&timer, &QTimer::timeout, this, [this] {
+            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+                seen.append({box->windowTitle(), box->text()});
+                box->done(QMessageBox::Ok);
+            }
+        });
+        timer.start(5);
+    }
+
+    QList<BoxSeen> seen;
+
+private:
+    QTimer timer;
+};
+
+double processorSeconds()
+{
+    return double(std::clock()) / CLOCKS_PER_SEC;
+}
+
+} // namespace
+
+// The whole program against simulated servos: in-process, and through our library and a
+// pseudo-terminal to the zelvar-virtual-bus bridge.
+class TestEndToEnd : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+    void cleanup();
+
+    void liveSession_data();
+    void liveSession();
+    void servoOperationsReportTheirId_data();
+    void servoOperationsReportTheirId();
+    void absentServo();
+    void damagedRepliesNeverReachTheScreen_data();
+    void damagedRepliesNeverReachTheScreen();
+    void unplugWhilePolling();
+
+private:
+    void choosePort(const QString &portName, int baudRate, quint8 servoId);
+    void chooseDegreesAndRpm();
+    void connectToServo();
+    void disconnectFromServo();
+    void verifyPortClosed();
+    void editGroup(const char *editSaveButton, const std::function<void()> &edit);
+    double shown(const char *lineEdit) const;
+    QString status() const;
+    std::shared_ptr<VirtualServo> servo(quint8 id) const;
+
+    template<typename T>
+    T *find(const char *name) const
+    {
+        T *found = window->centralWidget()->findChild<T *>(QLatin1String(name));
+        if (!found)
+            qFatal("no %s", name);
+        return found;
+    }
+    QAction *action(const char *name) const
+    {
+        return window->findChild<QAction *>(QLatin1String(name));
+    }
+
+    const QString bridgeName = QString("end-to-end-%1").arg(QCoreApplication::applicationPid());
+    QProcess bridge;
+    std::shared_ptr<VirtualBus> bus;
+    std::unique_ptr<MainWindow> window;
+    std::unique_ptr<BoxCloser> boxes;
+};
+
+void TestEndToEnd::initTestCase()
+{
+    bus = VirtualBusPortProvider::installProcessBus();
+    bus->addServo(resetServoId, jointServoBaudRate);
+
+    // Started before the window, so the settings dialog lists it.
+    bridge.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    bridge.start(ZELVAR_VIRTUAL_BUS_PATH, {"--name", bridgeName});
+    QVERIFY(bridge.waitForStarted(patienceMs));
+    QVERIFY(bridge.waitForReadyRead(patienceMs));
+    QVERIFY(bridge.readLine().startsWith("/dev/"));
+
+    // No box may wait for a click that never comes.
+    boxes = std::make_unique<BoxCloser>();
+    window = std::make_unique<MainWindow>();
+    window->show();
+    window->findChild<QToolBar *>()
+        ->findChild<QSpinBox *>("pollingIntervalSpinBox")
+        ->setValue(pollingIntervalMs);
+    chooseDegreesAndRpm();
+}
+
+void TestEndToEnd::cleanupTestCase()
+{
+    window.reset();
+    if (bridge.state() != QProcess::NotRunning) {
+        bridge.kill();
+        bridge.waitForFinished(patienceMs);
+    }
+    QFile::remove(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
+                  "/zelvar-virtual-bus/" + bridgeName);
+}
+
+void TestEndToEnd::cleanup()
+{
+    for (const BoxSeen &box : boxes->seen)
+        qWarning("box \"%s\": %s", qPrintable(box.title), qPrintable(box.text));
+    boxes->seen.clear();
+    bus->clearFaults();
+    if (action("actionDisconnect")->isEnabled())
+        disconnectFromServo();
+}
+
+void TestEndToEnd::choosePort(const QString &portName, int baudRate, quint8 servoId)
+{
+    SettingsDialog *dialog = SettingsDialog::instance();
+    auto *ports = dialog->findChild<QComboBox *>("serialPortInfoListBox");
+    QVERIFY(ports->findText(portName) >= 0);
+    ports->setCurrentText(portName);
+    dialog->findChild<QComboBox *>("baudRateBox")->setCurrentText(QString::number(baudRate));
+    dialog->findChild<QPushButton *>("okButton")->click();
+    QCOMPARE(dialog->portSettings().portName, portName);
+    QCOMPARE(dialog->portSettings().baudRate, baudRate);
+    window->findChild<QToolBar *>()->findChild<QSpinBox *>("idSpinBox")->setValue(servoId);
+}
+
+void TestEndToEnd::chooseDegreesAndRpm()
+{
+    SettingsDialog *dialog = SettingsDialog::instance();
+    dialog->findChild<QRadioButton *>("degreesRadioButton")->setChecked(true);
+    dialog->findChild<QRadioButton *>("revsPerMinuteRadioButton")->setChecked(true);
+    dialog->findChild<QPushButton *>("okButton")->click();
+    QCOMPARE(dialog->units().angle, 1);
+    QCOMPARE(dialog->units().angularVelocity, 1);
+}
+
+void TestEndToEnd::connectToServo()
+{
+    action("actionConnect")->trigger();
+    // Identification is asked once: on a busy machine the bridge's answer can miss the
+    // library's timeout, and the window then waits, as it should, until the user
+    // disconnects and tries again. So does this test, once.
+    if (!QTest::qWaitFor([this] { return status() == QLatin1String("Connected"); }, 3000)) {
+        disconnectFromServo();
+        action("actionConnect")->trigger();
+    }
+    QTRY_COMPARE_WITH_TIMEOUT(status(), QStringLiteral("Connected"), patienceMs);
+    QVERIFY(!action("actionConnect")->isEnabled());
+    QVERIFY(action("actionDisconnect")->isEnabled());
+    QTRY_VERIFY_WITH_TIMEOUT(!find<QLineEdit>("actualPositionLineEdit")->text().isEmpty(),
+                             patienceMs);
+}
+
+void TestEndToEnd::disconnectFromServo()
+{
+    action("actionDisconnect")->trigger();
+    QCOMPARE(status(), QStringLiteral("Disconnected"));
+    QVERIFY(action("actionConnect")->isEnabled());
+    QVERIFY(action("actionReboot")->isEnabled());
+    QVERIFY(!action("actionDisconnect")->isEnabled());
+    verifyPortClosed();
+}
+
+// Identification needs an open port: refused, it shows the close timer has done its work.
+void TestEndToEnd::verifyPortClosed()
+{
+    QTRY_VERIFY_WITH_TIMEOUT(!DeviceHelper::instance()->identify(absentServoId), patienceMs);
+}
+
+void TestEndToEnd::editGroup(const char *editSaveButton, const std::function<void()> &edit)
+{
+    auto *button = find<QToolButton>(editSaveButton);
+    QTRY_VERIFY_WITH_TIMEOUT(button->isEnabled(), patienceMs);
+    button->click();
+    QVERIFY(button->isChecked());
+    edit();
+    QTRY_VERIFY_WITH_TIMEOUT(button->isEnabled(), patienceMs);
+    button->click();
+    QVERIFY(!button->isChecked());
+}
+
+double TestEndToEnd::shown(const char *lineEdit) const
+{
+    return QLocale().toDouble(find<QLineEdit>(lineEdit)->text());
+}
+
+QString TestEndToEnd::status() const
+{
+    return window->statusBar()->currentMessage();
+}
+
+std::shared_ptr<VirtualServo> TestEndToEnd::servo(quint8 id) const
+{
+    for (const auto &candidate : bus->servos()) {
+        if (candidate->id() == id)
+            return candidate;
+    }
+    return nullptr;
+}
+
+void TestEndToEnd::liveSession_data()
+{
+    QTest::addColumn<bool>("inProcess");
+    QTest::newRow("virtual bus") << true;
+    QTest::newRow("pseudo-terminal") << false;
+}
+
+void TestEndToEnd::liveSession()
+{
+    QFETCH(bool, inProcess);
+    choosePort(inProcess ? QString(VirtualBusPortProvider::PortName) : bridgeName,
+               jointServoBaudRate, jointServoId);
+    connectToServo();
+
+    // Both tabs live: the register view shows the servo's id register.
+    QTableWidget *bank1 = RegisterView::instance()->bankTable(0);
+    QTRY_VERIFY_WITH_TIMEOUT(bank1->item(3, 1), patienceMs);
+    QCOMPARE(bank1->item(3, 1)->text(), QStringLiteral("0x03"));
+    QCOMPARE(bank1->item(3, 2)->text(), QStringLiteral("ID"));
+
+    // Motor off, as the servo starts: the non-volatile group opens, and its edit lands.
+    auto *temperatureLimit = find<QDoubleSpinBox>("temperatureLimitDoubleSpinBox");
+    const double newLimit = temperatureLimit->value() == 70.0 ? 71.0 : 70.0;
+    editGroup("nvParamsEditSaveToolButton",
+              [temperatureLimit, newLimit] { temperatureLimit->setValue(newLimit); });
+    QTRY_COMPARE_WITH_TIMEOUT(bank1->item(11, 1) ? bank1->item(11, 1)->text() : QString(),
+                              QStringLiteral("0x%1").arg(int(newLimit), 2, 16, QChar('0')),
+                              patienceMs);
+    if (inProcess)
+        QCOMPARE(servo(jointServoId)->value(ServoRegister::TemperatureLimit, 1), uint(newLimit));
+
+    // Motor on, a quarter turn further; the 2 pi constant makes a degree a hair short of
+    // its counts, and conversion truncates.
+    const double start = shown("actualPositionLineEdit");
+    const double target = start + 90.0;
+    editGroup("vParamsEditSaveToolButton", [this, target] {
+        find<QCheckBox>("enableMotorCheckBox")->setChecked(true);
+        find<QDoubleSpinBox>("targetPositionDoubleSpinBox")->setValue(target);
+    });
+    if (inProcess) {
+        const int expected = int(target / 360.0 * 4096.0);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            qAbs(int(servo(jointServoId)->value(ServoRegister::TargetPosition, 4)) - expected) <= 1,
+            patienceMs);
+        QCOMPARE(servo(jointServoId)->value(ServoRegister::ControlEnable, 1), 1u);
+    }
+    QTRY_VERIFY_WITH_TIMEOUT(qAbs(shown("actualPositionLineEdit") - target) < 2.0, patienceMs);
+    // The motor as the servo reports it, on a fresh connection, locks the non-volatile group.
+    disconnectFromServo();
+    connectToServo();
+    QTRY_VERIFY_WITH_TIMEOUT(find<QCheckBox>("enableMotorCheckBox")->isChecked(), patienceMs);
+    QVERIFY(!find<QToolButton>("nvParamsEditSaveToolButton")->isEnabled());
+
+    disconnectFromServo();
+    QVERIFY(find<QLineEdit>("actualPositionLineEdit")->text().isEmpty());
+    QCOMPARE(bank1->rowCount(), 0);
+}
+
+void TestEndToEnd::servoOperationsReportTheirId_data()
+{
+    QTest::addColumn<QString>("actionName");
+    QTest::addColumn<int>("servoId");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("reboot") << "actionReboot" << int(jointServoId)
+                            << "Zelvar servo id:3 was rebooted successfully";
+    QTest::newRow("factory reset") << "actionReset" << int(resetServoId)
+                                   << "Factory reset of Zelvar servo id:9 was successful";
+}
+
+void TestEndToEnd::servoOperationsReportTheirId()
+{
+    QFETCH(QString, actionName);
+    QFETCH(int, servoId);
+    QFETCH(QString, text);
+    choosePort(VirtualBusPortProvider::PortName, jointServoBaudRate, quint8(servoId));
+    boxes->seen.clear();
+    action(qPrintable(actionName))->trigger();
+    QTRY_COMPARE_WITH_TIMEOUT(boxes->seen.size(), 1, patienceMs);
+    QCOMPARE(boxes->seen.first().title, QStringLiteral("Success"));
+    QCOMPARE(boxes->seen.first().text, text);
+    boxes->seen.clear();
+    QCOMPARE(status(), QStringLiteral("Disconnected"));
+    verifyPortClosed();
+}
+
+void TestEndToEnd::absentServo()
+{
+    choosePort(VirtualBusPortProvider::PortName, jointServoBaudRate, absentServoId);
+    action("actionReboot")->trigger();
+    action("actionReset")->trigger();
+    verifyPortClosed();
+    QTest::qWait(100);
+    QVERIFY(boxes->seen.isEmpty());
+
+    action("actionConnect")->trigger();
+    QVERIFY(action("actionDisconnect")->isEnabled());
+    // Long past any reply time of the bus.
+    QTest::qWait(300);
+    QCOMPARE(status(), QStringLiteral("Disconnected"));
+    QVERIFY(boxes->seen.isEmpty());
+    disconnectFromServo();
+}
+
+void TestEndToEnd::damagedRepliesNeverReachTheScreen_data()
+{
+    QTest::addColumn<int>("fault");
+    QTest::newRow("corrupt") << int(BusFault::Corrupt);
+    QTest::newRow("truncate") << int(BusFault::Truncate);
+    QTest::newRow("garbage") << int(BusFault::Garbage);
+    QTest::newRow("twice") << int(BusFault::Twice);
+}
+
+void TestEndToEnd::damagedRepliesNeverReachTheScreen()
+{
+    QFETCH(int, fault);
+    choosePort(VirtualBusPortProvider::PortName, jointServoBaudRate, jointServoId);
+    connectToServo();
+
+    // Registers that do not change: every value shown for them must be the servo's own.
+    QTableWidget *bank1 = RegisterView::instance()->bankTable(0);
+    QTRY_VERIFY_WITH_TIMEOUT(bank1->item(6, 1), patienceMs);
+    const QByteArray table = servo(jointServoId)->controlTable();
+    QStringList wrong;
+    int replies = 0;
+    connect(bank1->model(), &QAbstractItemModel::dataChanged, this,
+            [&](const QModelIndex &topLeft) {
+                if (topLeft.column() != 1 || topLeft.row() > 6)
+                    return;
+                replies += topLeft.row() == 0 ? 1 : 0;
+                const QString expected =
+                    QStringLiteral("0x%1").arg(quint8(table.at(topLeft.row())), 2, 16, QChar('0'));
+                if (bank1->item(topLeft.row(), 1)->text() != expected)
+                    wrong.append(bank1->item(topLeft.row(), 1)->text());
+            });
+    QStringList shownIds;
+    auto *idField = find<QSpinBox>("idSpinBox");
+    connect(idField, QOverload<int>::of(&QSpinBox::valueChanged), this,
+            [&](int id) { shownIds.append(QString::number(id)); });
+
+    bus->setFaultProbability(jointServoId, BusFault(fault), 0.5);
+    QTRY_VERIFY_WITH_TIMEOUT(replies >= 40, patienceMs);
+    bus->clearFaults();
+    disconnect(bank1->model(), nullptr, this, nullptr);
+    disconnect(idField, nullptr, this, nullptr);
+
+    QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(' ')));
+    QVERIFY2(shownIds.isEmpty(), qPrintable(shownIds.join(' ')));
+    QCOMPARE(idField->value(), int(jointServoId));
+}
+
+void TestEndToEnd::unplugWhilePolling()
+{
+    QCOMPARE(bridge.state(), QProcess::Running);
+    choosePort(bridgeName, jointServoBaudRate, jointServoId);
+    connectToServo();
+
+    bridge.kill();
+    QVERIFY(bridge.waitForFinished(patienceMs));
+    // Polling on into a dead port must idle, not spin.
+    const double before = processorSeconds();
+    QTest::qWait(1000);
+    QVERIFY2(processorSeconds() - before < 0.8, "polling a lost port keeps the processor busy");
+
+    disconnectFromServo();
+    boxes->seen.clear();
+    action("actionConnect")->trigger();
+    QTRY_COMPARE_WITH_TIMEOUT(boxes->seen.size(), 1, patienceMs);
+    QCOMPARE(boxes->seen.first().title, QStringLiteral("Error"));
+    QVERIFY(!boxes->seen.first().text.isEmpty());
+    boxes->seen.clear();
+    QVERIFY(action("actionConnect")->isEnabled());
+    QCOMPARE(status(), QStringLiteral("Disconnected"));
+}
+
+QTEST_MAIN(TestEndToEnd)
+#include "tst_endtoend.moc"
