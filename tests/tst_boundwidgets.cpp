@@ -49,7 +49,6 @@ class TestBoundWidgets : public QObject
         }
         return widget;
     }
-    // A connected group with the own family's model loaded.
     void goOnline(bool dynamixelAx12 = false)
     {
         group->connected();
@@ -105,12 +104,13 @@ private slots:
         QTest::addColumn<bool>("baudRate");
         QTest::addColumn<QList<int>>("choices");
         QTest::addColumn<QList<bool>>("marks");
+        // clang-format off
         QTest::newRow("change and back") << false << QList<int>{3, 2} << QList<bool>{true, false};
         QTest::newRow("two changes, one mark") << false << QList<int>{3, 4} << QList<bool>{true};
         QTest::newRow("index 10 counts as clean") << false << QList<int>{10} << QList<bool>{false};
-        QTest::newRow("placeholder of the baud rate")
-            << true << QList<int>{11} << QList<bool>{false};
+        QTest::newRow("placeholder of the baud rate") << true << QList<int>{11} << QList<bool>{false};
         QTest::newRow("index 10 is a baud rate") << true << QList<int>{10} << QList<bool>{true};
+        // clang-format on
     }
     void comboDirtyMarks()
     {
@@ -134,7 +134,6 @@ private slots:
         QCOMPARE(shown, marks);
     }
 
-    // A value shows only while connected and unlocked; disconnecting blanks it again.
     void blankUnlessConnectedValuedAndUnlocked()
     {
         auto *spin = add<ZelvarDoubleSpinBox>("temperatureLimitDoubleSpinBox");

@@ -62,11 +62,10 @@ private slots:
 
     void nonVolatileBlock()
     {
-        const QByteArray expected =
-            QByteArray::fromHex("05 03 0A 02 9CFF E803 50 3C 8C D007 DC05 3075"
-                                "90EEFEFF 1400 01 6400 C800 2C01 9001 F401"
-                                "5802 BC02");
-        QCOMPARE(helper->nonVolatileBlock().toHex(' '), expected.toHex(' '));
+        QCOMPARE(helper->nonVolatileBlock().toHex(' '),
+                 QByteArray::fromHex("05 03 0A 02 9CFF E803 50 3C 8C D007 DC05 3075 90EEFEFF "
+                                     "1400 01 6400 C800 2C01 9001 F401 5802 BC02")
+                     .toHex(' '));
     }
 
     void volatileBlock_data()

@@ -58,7 +58,6 @@ const struct
 
 const char *const modeNames[] = {"Torque", "Wheel", "Joint", "Multi-turn", "Stepper"};
 
-// Indexed by the operating mode; any other index runs Stepper.
 void runController(int mode)
 {
     const std::function<void()> controllers[] = {
@@ -198,7 +197,6 @@ private slots:
         QTest::newRow("wheel ignores input mode") << wheel << wheel << 1 << profileInput << false;
     }
 
-    // Mode changes and input-mode changes as the binder sees them, one after the other.
     void modeSequences()
     {
         QFETCH(int, first);

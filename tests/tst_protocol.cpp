@@ -34,157 +34,147 @@ class TestProtocol : public QObject
     Q_OBJECT
 
 private slots:
-    void publicExamples_data();
-    void publicExamples();
-    void stuffing_data();
-    void stuffing();
-    void framesEveryParameterCount();
-    void framesPacketsSplitAnywhere();
-    void skipsGarbageAndBadPackets_data();
-    void skipsGarbageAndBadPackets();
-    void capsItsBuffer();
-};
+    void publicExamples_data()
+    {
+        QTest::addColumn<QByteArray>("encoded");
+        QTest::addColumn<QByteArray>("expected");
 
-void TestProtocol::publicExamples_data()
-{
-    QTest::addColumn<QByteArray>("encoded");
-    QTest::addColumn<QByteArray>("expected");
-
-    // clang-format off
-    QTest::newRow("ping id 1") << PacketCodec::ping(1) << hex("FF FF FD 00 01 03 00 01 19 4E");
-    QTest::newRow("broadcast ping") << PacketCodec::ping(BroadcastId) << hex("FF FF FD 00 FE 03 00 01 31 42");
-    QTest::newRow("read 4 bytes at 132") << PacketCodec::read(1, 132, 4) << hex("FF FF FD 00 01 07 00 02 84 00 04 00 1D 15");
-    QTest::newRow("write 512 at 116") << PacketCodec::write(1, 116, hex("00 02 00 00")) << hex("FF FF FD 00 01 09 00 03 74 00 00 02 00 00 CA 89");
-    QTest::newRow("reboot") << PacketCodec::reboot(1) << hex("FF FF FD 00 01 03 00 08 2F 4E");
-    QTest::newRow("factory reset but id") << PacketCodec::factoryReset(1, FactoryResetMode::KeepId) << hex("FF FF FD 00 01 04 00 06 01 A1 E6");
-    QTest::newRow("factory reset but id and rate") << PacketCodec::factoryReset(1, FactoryResetMode::KeepIdAndBaudRate) << hex("FF FF FD 00 01 04 00 06 02 AB E6");
-    QTest::newRow("status of ping") << PacketCodec::status(1, 0, hex("06 04 26")) << hex("FF FF FD 00 01 07 00 55 00 06 04 26 65 5D");
-    QTest::newRow("status of read") << PacketCodec::status(1, 0, hex("A6 00 00 00")) << hex("FF FF FD 00 01 08 00 55 00 A6 00 00 00 8C C0");
-    QTest::newRow("status of write") << PacketCodec::status(1, 0) << hex("FF FF FD 00 01 04 00 55 00 A1 0C");
-    // The padding byte counts in the length and is covered by the CRC.
-    QTest::newRow("stuffed write") << PacketCodec::write(1, 28, hex("FF FF FD 00")) << hex("FF FF FD 00 01 0A 00 03 1C 00 FF FF FD FD 00 A2 09");
-    // clang-format on
-}
-
-void TestProtocol::publicExamples()
-{
-    QFETCH(QByteArray, encoded);
-    QFETCH(QByteArray, expected);
-    QCOMPARE(encoded.toHex(' '), expected.toHex(' '));
-
-    PacketFramer framer;
-    framer.append(expected);
-    const auto packets = frameAll(framer);
-    QCOMPARE(packets.size(), 1);
-    QCOMPARE(PacketCodec::encode(packets.first()).toHex(' '), expected.toHex(' '));
-    QCOMPARE(framer.bufferedSize(), 0);
-}
-
-void TestProtocol::stuffing_data()
-{
-    QTest::addColumn<QByteArray>("plain");
-    QTest::addColumn<QByteArray>("stuffed");
-
-    QTest::newRow("nothing to do") << hex("01 02 03") << hex("01 02 03");
-    QTest::newRow("header pattern") << hex("FF FF FD") << hex("FF FF FD FD");
-    QTest::newRow("pattern then FD") << hex("FF FF FD FD") << hex("FF FF FD FD FD");
-    QTest::newRow("three FF") << hex("FF FF FF FD 00") << hex("FF FF FF FD FD 00");
-    QTest::newRow("twice") << hex("FF FF FD FF FF FD") << hex("FF FF FD FD FF FF FD FD");
-    QTest::newRow("near miss") << hex("FF FD FF FD") << hex("FF FD FF FD");
-}
-
-void TestProtocol::stuffing()
-{
-    QFETCH(QByteArray, plain);
-    QFETCH(QByteArray, stuffed);
-    QCOMPARE(PacketCodec::stuff(plain).toHex(' '), stuffed.toHex(' '));
-    QCOMPARE(PacketCodec::unstuff(stuffed).toHex(' '), plain.toHex(' '));
-}
-
-void TestProtocol::framesEveryParameterCount()
-{
-    PacketFramer framer;
-    for (int count = 0; count <= 255; ++count) {
-        const QByteArray parameters = awkwardParameters(count);
-        framer.append(PacketCodec::status(3, quint8(count), parameters));
-        const auto packet = framer.next();
-        QVERIFY2(packet, qPrintable(QString("parameter count %1").arg(count)));
-        QCOMPARE(packet->parameters, QByteArray(1, char(count)) + parameters);
-        QVERIFY(!framer.next());
+        // clang-format off
+        QTest::newRow("ping id 1") << PacketCodec::ping(1) << hex("FF FF FD 00 01 03 00 01 19 4E");
+        QTest::newRow("broadcast ping") << PacketCodec::ping(BroadcastId) << hex("FF FF FD 00 FE 03 00 01 31 42");
+        QTest::newRow("read 4 bytes at 132") << PacketCodec::read(1, 132, 4) << hex("FF FF FD 00 01 07 00 02 84 00 04 00 1D 15");
+        QTest::newRow("write 512 at 116") << PacketCodec::write(1, 116, hex("00 02 00 00")) << hex("FF FF FD 00 01 09 00 03 74 00 00 02 00 00 CA 89");
+        QTest::newRow("reboot") << PacketCodec::reboot(1) << hex("FF FF FD 00 01 03 00 08 2F 4E");
+        QTest::newRow("factory reset but id") << PacketCodec::factoryReset(1, FactoryResetMode::KeepId) << hex("FF FF FD 00 01 04 00 06 01 A1 E6");
+        QTest::newRow("factory reset but id and rate") << PacketCodec::factoryReset(1, FactoryResetMode::KeepIdAndBaudRate) << hex("FF FF FD 00 01 04 00 06 02 AB E6");
+        QTest::newRow("status of ping") << PacketCodec::status(1, 0, hex("06 04 26")) << hex("FF FF FD 00 01 07 00 55 00 06 04 26 65 5D");
+        QTest::newRow("status of read") << PacketCodec::status(1, 0, hex("A6 00 00 00")) << hex("FF FF FD 00 01 08 00 55 00 A6 00 00 00 8C C0");
+        QTest::newRow("status of write") << PacketCodec::status(1, 0) << hex("FF FF FD 00 01 04 00 55 00 A1 0C");
+        // The padding byte counts in the length and is covered by the CRC.
+        QTest::newRow("stuffed write") << PacketCodec::write(1, 28, hex("FF FF FD 00")) << hex("FF FF FD 00 01 0A 00 03 1C 00 FF FF FD FD 00 A2 09");
+        // clang-format on
     }
-    QCOMPARE(framer.discardedBytes(), qint64(0));
-}
 
-void TestProtocol::framesPacketsSplitAnywhere()
-{
-    const QByteArray stream = PacketCodec::status(1, 0, awkwardParameters(9)) +
-                              PacketCodec::status(2, 7, hex("FF FF FD"));
-    for (int cut = 0; cut <= stream.size(); ++cut) {
-        for (int secondCut = cut; secondCut <= stream.size(); secondCut += 5) {
-            PacketFramer framer;
-            QList<Packet> packets;
-            for (const QByteArray &piece :
-                 {stream.left(cut), stream.mid(cut, secondCut - cut), stream.mid(secondCut)}) {
-                framer.append(piece);
-                packets += frameAll(framer);
+    void publicExamples()
+    {
+        QFETCH(QByteArray, encoded);
+        QFETCH(QByteArray, expected);
+        QCOMPARE(encoded.toHex(' '), expected.toHex(' '));
+
+        PacketFramer framer;
+        framer.append(expected);
+        const auto packets = frameAll(framer);
+        QCOMPARE(packets.size(), 1);
+        QCOMPARE(PacketCodec::encode(packets.first()).toHex(' '), expected.toHex(' '));
+        QCOMPARE(framer.bufferedSize(), 0);
+    }
+
+    void stuffing_data()
+    {
+        QTest::addColumn<QByteArray>("plain");
+        QTest::addColumn<QByteArray>("stuffed");
+
+        QTest::newRow("nothing to do") << hex("01 02 03") << hex("01 02 03");
+        QTest::newRow("header pattern") << hex("FF FF FD") << hex("FF FF FD FD");
+        QTest::newRow("pattern then FD") << hex("FF FF FD FD") << hex("FF FF FD FD FD");
+        QTest::newRow("three FF") << hex("FF FF FF FD 00") << hex("FF FF FF FD FD 00");
+        QTest::newRow("twice") << hex("FF FF FD FF FF FD") << hex("FF FF FD FD FF FF FD FD");
+        QTest::newRow("near miss") << hex("FF FD FF FD") << hex("FF FD FF FD");
+    }
+
+    void stuffing()
+    {
+        QFETCH(QByteArray, plain);
+        QFETCH(QByteArray, stuffed);
+        QCOMPARE(PacketCodec::stuff(plain).toHex(' '), stuffed.toHex(' '));
+        QCOMPARE(PacketCodec::unstuff(stuffed).toHex(' '), plain.toHex(' '));
+    }
+
+    void framesEveryParameterCount()
+    {
+        PacketFramer framer;
+        for (int count = 0; count <= 255; ++count) {
+            const QByteArray parameters = awkwardParameters(count);
+            framer.append(PacketCodec::status(3, quint8(count), parameters));
+            const auto packet = framer.next();
+            QVERIFY2(packet, qPrintable(QString("parameter count %1").arg(count)));
+            QCOMPARE(packet->parameters, QByteArray(1, char(count)) + parameters);
+            QVERIFY(!framer.next());
+        }
+        QCOMPARE(framer.discardedBytes(), qint64(0));
+    }
+
+    void framesPacketsSplitAnywhere()
+    {
+        const QByteArray stream = PacketCodec::status(1, 0, awkwardParameters(9)) +
+                                  PacketCodec::status(2, 7, hex("FF FF FD"));
+        for (int cut = 0; cut <= stream.size(); ++cut) {
+            for (int secondCut = cut; secondCut <= stream.size(); secondCut += 5) {
+                PacketFramer framer;
+                QList<Packet> packets;
+                for (const QByteArray &piece :
+                     {stream.left(cut), stream.mid(cut, secondCut - cut), stream.mid(secondCut)}) {
+                    framer.append(piece);
+                    packets += frameAll(framer);
+                }
+                QCOMPARE(packets.size(), 2);
+                QCOMPARE(packets[0].id, quint8(1));
+                QCOMPARE(packets[1].parameters, hex("07 FF FF FD"));
             }
-            QCOMPARE(packets.size(), 2);
-            QCOMPARE(packets[0].id, quint8(1));
-            QCOMPARE(packets[1].parameters, hex("07 FF FF FD"));
         }
     }
-}
 
-void TestProtocol::skipsGarbageAndBadPackets_data()
-{
-    QTest::addColumn<QByteArray>("stream");
-    QTest::addColumn<QList<int>>("ids");
+    void skipsGarbageAndBadPackets_data()
+    {
+        QTest::addColumn<QByteArray>("stream");
+        QTest::addColumn<QList<int>>("ids");
 
-    const QByteArray a = PacketCodec::status(1, 0, hex("10 20"));
-    const QByteArray b = PacketCodec::status(2, 0, hex("30"));
-    QByteArray badCrc = PacketCodec::status(9, 0, hex("40"));
-    badCrc[badCrc.size() - 1] = char(badCrc.back() ^ 0x01);
+        const QByteArray a = PacketCodec::status(1, 0, hex("10 20"));
+        const QByteArray b = PacketCodec::status(2, 0, hex("30"));
+        QByteArray badCrc = PacketCodec::status(9, 0, hex("40"));
+        badCrc[badCrc.size() - 1] = char(badCrc.back() ^ 0x01);
 
-    // clang-format off
-    QTest::newRow("back to back") << a + b << QList<int>{1, 2};
-    QTest::newRow("garbage before") << hex("00 13 FF FD 00 FF") + a << QList<int>{1};
-    QTest::newRow("garbage between") << a + hex("FF FF 55 00") + b << QList<int>{1, 2};
-    QTest::newRow("bad crc dropped") << badCrc + a << QList<int>{1};
-    QTest::newRow("header with impossible length") << hex("FF FF FD 00 01 FF FF") + a << QList<int>{1};
-    QTest::newRow("header with too short length") << hex("FF FF FD 00 01 02 00") + b << QList<int>{2};
-    QTest::newRow("header that cannot carry an id") << hex("FF FF FD 00 FF 03 00") + b << QList<int>{2};
-    QTest::newRow("truncated packet then a whole one") << b.left(b.size() - 3) + a << QList<int>{1};
-    QTest::newRow("header claiming more than arrives") << hex("FF FF FD 00 01 90 01 55") + a + b << QList<int>{1, 2};
-    // clang-format on
-}
-
-void TestProtocol::skipsGarbageAndBadPackets()
-{
-    QFETCH(QByteArray, stream);
-    QFETCH(QList<int>, ids);
-
-    PacketFramer framer;
-    framer.append(stream);
-    QList<int> framed;
-    for (const Packet &packet : frameAll(framer))
-        framed.append(packet.id);
-    QCOMPARE(framed, ids);
-}
-
-void TestProtocol::capsItsBuffer()
-{
-    PacketFramer framer;
-    // A header announcing a long packet keeps the framer waiting; the flood must not grow it.
-    framer.append(hex("FF FF FD 00 01 00 02"));
-    for (int i = 0; i < 100; ++i) {
-        framer.append(QByteArray(1000, char(0xFF)));
-        QVERIFY(!framer.next());
-        QVERIFY(framer.bufferedSize() <= PacketFramer::BufferCap);
+        // clang-format off
+        QTest::newRow("back to back") << a + b << QList<int>{1, 2};
+        QTest::newRow("garbage before") << hex("00 13 FF FD 00 FF") + a << QList<int>{1};
+        QTest::newRow("garbage between") << a + hex("FF FF 55 00") + b << QList<int>{1, 2};
+        QTest::newRow("bad crc dropped") << badCrc + a << QList<int>{1};
+        QTest::newRow("header with impossible length") << hex("FF FF FD 00 01 FF FF") + a << QList<int>{1};
+        QTest::newRow("header with too short length") << hex("FF FF FD 00 01 02 00") + b << QList<int>{2};
+        QTest::newRow("header that cannot carry an id") << hex("FF FF FD 00 FF 03 00") + b << QList<int>{2};
+        QTest::newRow("truncated packet then a whole one") << b.left(b.size() - 3) + a << QList<int>{1};
+        QTest::newRow("header claiming more than arrives") << hex("FF FF FD 00 01 90 01 55") + a + b << QList<int>{1, 2};
+        // clang-format on
     }
-    framer.append(PacketCodec::status(4, 0));
-    const auto packet = framer.next();
-    QVERIFY(packet && packet->id == 4);
-}
+
+    void skipsGarbageAndBadPackets()
+    {
+        QFETCH(QByteArray, stream);
+        QFETCH(QList<int>, ids);
+
+        PacketFramer framer;
+        framer.append(stream);
+        QList<int> framed;
+        for (const Packet &packet : frameAll(framer))
+            framed.append(packet.id);
+        QCOMPARE(framed, ids);
+    }
+
+    void capsItsBuffer()
+    {
+        PacketFramer framer;
+        // A header announcing a long packet keeps the framer waiting; the flood must not grow it.
+        framer.append(hex("FF FF FD 00 01 00 02"));
+        for (int i = 0; i < 100; ++i) {
+            framer.append(QByteArray(1000, char(0xFF)));
+            QVERIFY(!framer.next());
+            QVERIFY(framer.bufferedSize() <= PacketFramer::BufferCap);
+        }
+        framer.append(PacketCodec::status(4, 0));
+        const auto packet = framer.next();
+        QVERIFY(packet && packet->id == 4);
+    }
+};
 
 QTEST_GUILESS_MAIN(TestProtocol)
 #include "tst_protocol.moc"

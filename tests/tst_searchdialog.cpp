@@ -211,7 +211,6 @@ private slots:
         QVERIFY(button("scanPushButton")->isEnabled());
     }
 
-    // Select hands the baud rate and id to the main window, which keeps them.
     void mainWindowTakesOverSelection()
     {
         Settings mainWindowSettings("main window settings"), portSettings("port settings");

@@ -28,27 +28,193 @@ class TestSerialPortLibrary : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
+    void initTestCase()
+    {
+        provider->addPort(ServoPort, [this](ScriptedPortBackend &backend) {
+            backend.setResponder([this](const QByteArray &bytes) { return servo->respond(bytes); });
+        });
+        provider->addPort(SilentPort);
+        PortProvider::install(provider);
+    }
+
     void cleanupTestCase() { PortProvider::uninstall(provider); }
-    void init();
+
+    void init()
+    {
+        servo = std::make_shared<ScriptedServo>(5);
+        for (int i = 0; i < servo->registers.size(); ++i)
+            servo->registers[i] = char(0xF0 ^ i);
+        library = std::make_unique<ZelvarSerialPortInterface>(nullptr, 2);
+        replies.clear();
+    }
+
     void cleanup() { library.reset(); }
 
-    void queuesAndHandsOverOnlyTheLatestReply();
-    void handsOverWholeRepliesOnly_data();
-    void handsOverWholeRepliesOnly();
-    void ignoresWhatIsNotTheReply_data();
-    void ignoresWhatIsNotTheReply();
-    void abandonsUnansweredRequest();
-    void rebootAndResetBlockUntilReplyOrTimeout();
-    void failedPortRefusesRequestsUntilReopened();
-    void refusesUnknownProtocolVersion();
-    void listsVirtualBusesBetweenAdaptersAndOtherPorts();
+    void queuesAndHandsOverOnlyTheLatestReply()
+    {
+        ScriptedPortBackend *port = open(ServoPort);
+        QVERIFY(port);
+        const QByteArray whole = PacketCodec::read(5, 0, 118),
+                         write = PacketCodec::write(5, 60, "\x2A");
+        QVERIFY(library->readData(5, 0, 118, onData()));
+        QVERIFY(library->readData(5, 0, 118, onData()));
+        QVERIFY(library->writeData(5, 60, "\x2A", onData()));
+        QVERIFY(library->writeData(5, 60, "\x2A", onData()));
+        QVERIFY(library->readData(5, 3, 2, onData()));
+        QVERIFY(library->readData(5, 0, 118, onData()));
+        // Half duplex: the rest wait until the first is answered.
+        QCOMPARE(port->written.size(), 1);
+        QTRY_COMPARE(replies.size(), 1);
+        // The waiting repeat of a newer read goes; writes never do.
+        QCOMPARE(port->written,
+                 QByteArrayList({whole, write, write, PacketCodec::read(5, 3, 2), whole}));
+        QCOMPARE(replies[0].size(), 118 + 11);
+        QCOMPARE(replies[0].mid(9, 118), servo->registers.left(118));
+        QCOMPARE(library->readPendingSerialData(), QByteArray());
+    }
+
+    void handsOverWholeRepliesOnly_data()
+    {
+        QTest::addColumn<int>("chunkSize");
+        QTest::addColumn<int>("length");
+
+        QTest::newRow("byte by byte") << 1 << 4;
+        QTest::newRow("odd pieces") << 7 << 118;
+        QTest::newRow("in one piece") << 0 << 255;
+        QTest::newRow("nothing to read") << 3 << 0;
+    }
+
+    void handsOverWholeRepliesOnly()
+    {
+        QFETCH(int, chunkSize);
+        QFETCH(int, length);
+
+        // Register values that need stuffing on the wire, handed over without it.
+        servo->registers.replace(0, 6, QByteArray("\xFF\xFF\xFD\xFF\xFF\xFD", 6));
+        ScriptedPortBackend *port = open(ServoPort);
+        QVERIFY(port);
+        port->chunkSize = chunkSize;
+        QVERIFY(library->readData(5, 0, quint8(length), onData()));
+        QTRY_COMPARE(replies.size(), 1);
+        QCOMPARE(replies[0].size(), length + 11);
+        QCOMPARE(replies[0].left(9), QByteArray("\xFF\xFF\xFD\x00\x05", 5) + char(length + 4) +
+                                         char((length + 4) >> 8) + "\x55" + '\0');
+        QCOMPARE(replies[0].mid(9, length), servo->registers.left(length));
+    }
+
+    void ignoresWhatIsNotTheReply_data()
+    {
+        QTest::addColumn<QByteArray>("noise");
+
+        QByteArray corrupt = PacketCodec::status(5, 0, "\x01\x02");
+        corrupt[9] = 'x';
+        QTest::newRow("another servo") << PacketCodec::status(6, 0, "\x01\x02");
+        QTest::newRow("wrong length") << PacketCodec::status(5, 0, "\x01");
+        QTest::newRow("an instruction echo") << PacketCodec::read(5, 0, 2);
+        QTest::newRow("corrupt") << corrupt;
+        QTest::newRow("line noise") << QByteArray("\x00\xFF\xFF\xFD\x00\x05\x20", 7);
+    }
+
+    void ignoresWhatIsNotTheReply()
+    {
+        QFETCH(QByteArray, noise);
+
+        ScriptedPortBackend *port = open(SilentPort);
+        QVERIFY(port);
+        QVERIFY(library->readData(5, 0, 2, onData()));
+        port->deliver(noise + PacketCodec::status(5, 0x80, "\x33\x44"));
+        QTRY_COMPARE(replies.size(), 1);
+        QCOMPARE(replies[0], PacketCodec::status(5, 0x80, "\x33\x44"));
+    }
+
+    void abandonsUnansweredRequest()
+    {
+        ScriptedPortBackend *port = open(SilentPort);
+        QVERIFY(port);
+        QVERIFY(library->readData(5, 0, 2, onData()));
+        port->setResponder(answerOnly(Instruction::Write));
+        // Half a reply, then silence: the request is given up and its bytes with it.
+        port->deliver(PacketCodec::status(5, 0, "\x01\x02").left(6));
+        QVERIFY(library->writeData(5, 20, "\x09", onData()));
+        QCOMPARE(port->written.size(), 1);
+        QTRY_COMPARE(replies.size(), 1);
+        QCOMPARE(replies[0], ShortStatus);
+    }
+
+    void rebootAndResetBlockUntilReplyOrTimeout()
+    {
+        ScriptedPortBackend *port = open(SilentPort, 57600);
+        QVERIFY(port);
+        port->setResponder(answerOnly(Instruction::Reboot));
+        QVERIFY(library->readData(5, 0, 118, onData()));
+        QVERIFY(library->reboot(5, onData()));
+        // Returned with the reply in hand, though no event loop ran in between.
+        QCOMPARE(replies, QByteArrayList{ShortStatus});
+        QCOMPARE(port->written.size(), 2);
+
+        replies.clear();
+        port = open(SilentPort, 9600);
+        QVERIFY(port && library->reset(5, onData()));
+        QVERIFY(replies.isEmpty());
+        QCOMPARE(port->written,
+                 QByteArrayList{PacketCodec::factoryReset(5, FactoryResetMode::KeepIdAndBaudRate)});
+    }
+
+    void failedPortRefusesRequestsUntilReopened()
+    {
+        QVERIFY(open(ServoPort));
+        QVERIFY(library->readData(5, 0, 4, onData()));
+        provider->lastBackend->fail("unplugged");
+        QVERIFY(!library->readData(5, 0, 4, onData()));
+        QVERIFY(!library->reboot(5, onData()));
+        QTest::qWait(20);
+        QVERIFY(replies.isEmpty());
+
+        QVERIFY(open(ServoPort));
+        QVERIFY(library->readData(5, 0, 4, onData()));
+        QTRY_COMPARE(replies.size(), 1);
+    }
+
+    void refusesUnknownProtocolVersion()
+    {
+        ZelvarSerialPortInterface version1(nullptr, 1);
+        QVERIFY(version1.openSerialPort(ServoPort, 1000000).contains(ServoPort));
+        QVERIFY(!version1.readData(5, 0, 4, [] {}));
+    }
+
+    void listsVirtualBusesBetweenAdaptersAndOtherPorts()
+    {
+        const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
+                               "/zelvar-virtual-bus";
+        QVERIFY(QDir().mkpath(folder));
+        QVERIFY(QFile::link("/dev/null", folder + "/bus-bridge"));
+        QVERIFY(QFile::link(folder + "/gone", folder + "/dangling-bridge"));
+
+        // Adapters (with a vendor id) first, then the virtual buses, then the rest.
+        QStringList virtualNames;
+        QString order;
+        for (const auto &port : library->getSerialPortList()) {
+            const bool isVirtual = port->getDescription() == "Virtual bus bridge" ||
+                                   port->getDescription() == "Scripted port";
+            const QChar kind = isVirtual ? 'v' : port->getVendorIdentifier() != 0 ? 'a' : 'o';
+            if (order.isEmpty() || order.back() != kind)
+                order += kind;
+            if (isVirtual)
+                virtualNames.append(port->getPortName());
+            if (port->getPortName() == "bus-bridge")
+                QCOMPARE(port->getSystemLocation(), QString("/dev/null"));
+        }
+        QVERIFY2(QRegularExpression("^a?vo?$").match(order).hasMatch(), qPrintable(order));
+        QCOMPARE(virtualNames, QStringList({"bus-bridge", ServoPort, SilentPort}));
+        QDir(folder).removeRecursively();
+    }
 
 private:
     std::function<void()> onData()
     {
         return [this] { replies.append(library->readPendingSerialData()); };
     }
+
     ScriptedPortBackend *open(const QString &name, int baudRate = 1000000)
     {
         return library->openSerialPort(name, baudRate).isEmpty() ? provider->lastBackend.data()
@@ -60,184 +226,6 @@ private:
     std::unique_ptr<ZelvarSerialPortInterface> library;
     QByteArrayList replies;
 };
-
-void TestSerialPortLibrary::initTestCase()
-{
-    provider->addPort(ServoPort, [this](ScriptedPortBackend &backend) {
-        backend.setResponder([this](const QByteArray &bytes) { return servo->respond(bytes); });
-    });
-    provider->addPort(SilentPort);
-    PortProvider::install(provider);
-}
-
-void TestSerialPortLibrary::init()
-{
-    servo = std::make_shared<ScriptedServo>(5);
-    for (int i = 0; i < servo->registers.size(); ++i)
-        servo->registers[i] = char(0xF0 ^ i);
-    library = std::make_unique<ZelvarSerialPortInterface>(nullptr, 2);
-    replies.clear();
-}
-
-void TestSerialPortLibrary::queuesAndHandsOverOnlyTheLatestReply()
-{
-    ScriptedPortBackend *port = open(ServoPort);
-    QVERIFY(port);
-    const QByteArray whole = PacketCodec::read(5, 0, 118),
-                     write = PacketCodec::write(5, 60, "\x2A");
-    QVERIFY(library->readData(5, 0, 118, onData()));
-    QVERIFY(library->readData(5, 0, 118, onData()));
-    QVERIFY(library->writeData(5, 60, "\x2A", onData()));
-    QVERIFY(library->writeData(5, 60, "\x2A", onData()));
-    QVERIFY(library->readData(5, 3, 2, onData()));
-    QVERIFY(library->readData(5, 0, 118, onData()));
-    // Half duplex: the rest wait until the first is answered.
-    QCOMPARE(port->written.size(), 1);
-    QTRY_COMPARE(replies.size(), 1);
-    // The waiting repeat of a newer read goes; writes never do.
-    QCOMPARE(port->written,
-             QByteArrayList({whole, write, write, PacketCodec::read(5, 3, 2), whole}));
-    QCOMPARE(replies[0].size(), 118 + 11);
-    QCOMPARE(replies[0].mid(9, 118), servo->registers.left(118));
-    QCOMPARE(library->readPendingSerialData(), QByteArray());
-}
-
-void TestSerialPortLibrary::handsOverWholeRepliesOnly_data()
-{
-    QTest::addColumn<int>("chunkSize");
-    QTest::addColumn<int>("length");
-
-    QTest::newRow("byte by byte") << 1 << 4;
-    QTest::newRow("odd pieces") << 7 << 118;
-    QTest::newRow("in one piece") << 0 << 255;
-    QTest::newRow("nothing to read") << 3 << 0;
-}
-
-void TestSerialPortLibrary::handsOverWholeRepliesOnly()
-{
-    QFETCH(int, chunkSize);
-    QFETCH(int, length);
-
-    // Register values that need stuffing on the wire, handed over without it.
-    servo->registers.replace(0, 6, QByteArray("\xFF\xFF\xFD\xFF\xFF\xFD", 6));
-    ScriptedPortBackend *port = open(ServoPort);
-    QVERIFY(port);
-    port->chunkSize = chunkSize;
-    QVERIFY(library->readData(5, 0, quint8(length), onData()));
-    QTRY_COMPARE(replies.size(), 1);
-    const QByteArray header("\xFF\xFF\xFD\x00\x05", 5);
-    QCOMPARE(replies[0].size(), length + 11);
-    QCOMPARE(replies[0].left(9),
-             header + char(length + 4) + char((length + 4) >> 8) + "\x55" + '\0');
-    QCOMPARE(replies[0].mid(9, length), servo->registers.left(length));
-}
-
-void TestSerialPortLibrary::ignoresWhatIsNotTheReply_data()
-{
-    QTest::addColumn<QByteArray>("noise");
-
-    QByteArray corrupt = PacketCodec::status(5, 0, "\x01\x02");
-    corrupt[9] = 'x';
-    QTest::newRow("another servo") << PacketCodec::status(6, 0, "\x01\x02");
-    QTest::newRow("wrong length") << PacketCodec::status(5, 0, "\x01");
-    QTest::newRow("an instruction echo") << PacketCodec::read(5, 0, 2);
-    QTest::newRow("corrupt") << corrupt;
-    QTest::newRow("line noise") << QByteArray("\x00\xFF\xFF\xFD\x00\x05\x20", 7);
-}
-
-void TestSerialPortLibrary::ignoresWhatIsNotTheReply()
-{
-    QFETCH(QByteArray, noise);
-
-    ScriptedPortBackend *port = open(SilentPort);
-    QVERIFY(port);
-    QVERIFY(library->readData(5, 0, 2, onData()));
-    port->deliver(noise + PacketCodec::status(5, 0x80, "\x33\x44"));
-    QTRY_COMPARE(replies.size(), 1);
-    QCOMPARE(replies[0], PacketCodec::status(5, 0x80, "\x33\x44"));
-}
-
-void TestSerialPortLibrary::abandonsUnansweredRequest()
-{
-    ScriptedPortBackend *port = open(SilentPort);
-    QVERIFY(port);
-    QVERIFY(library->readData(5, 0, 2, onData()));
-    port->setResponder(answerOnly(Instruction::Write));
-    // Half a reply, then silence: the request is given up and its bytes with it.
-    port->deliver(PacketCodec::status(5, 0, "\x01\x02").left(6));
-    QVERIFY(library->writeData(5, 20, "\x09", onData()));
-    QCOMPARE(port->written.size(), 1);
-    QTRY_COMPARE(replies.size(), 1);
-    QCOMPARE(replies[0], ShortStatus);
-}
-
-void TestSerialPortLibrary::rebootAndResetBlockUntilReplyOrTimeout()
-{
-    ScriptedPortBackend *port = open(SilentPort, 57600);
-    QVERIFY(port);
-    port->setResponder(answerOnly(Instruction::Reboot));
-    QVERIFY(library->readData(5, 0, 118, onData()));
-    QVERIFY(library->reboot(5, onData()));
-    // Returned with the reply in hand, though no event loop ran in between.
-    QCOMPARE(replies, QByteArrayList{ShortStatus});
-    QCOMPARE(port->written.size(), 2);
-
-    replies.clear();
-    port = open(SilentPort, 9600);
-    QVERIFY(port && library->reset(5, onData()));
-    QVERIFY(replies.isEmpty());
-    QCOMPARE(port->written,
-             QByteArrayList{PacketCodec::factoryReset(5, FactoryResetMode::KeepIdAndBaudRate)});
-}
-
-void TestSerialPortLibrary::failedPortRefusesRequestsUntilReopened()
-{
-    QVERIFY(open(ServoPort));
-    QVERIFY(library->readData(5, 0, 4, onData()));
-    provider->lastBackend->fail("unplugged");
-    QVERIFY(!library->readData(5, 0, 4, onData()));
-    QVERIFY(!library->reboot(5, onData()));
-    QTest::qWait(20);
-    QVERIFY(replies.isEmpty());
-
-    QVERIFY(open(ServoPort));
-    QVERIFY(library->readData(5, 0, 4, onData()));
-    QTRY_COMPARE(replies.size(), 1);
-}
-
-void TestSerialPortLibrary::refusesUnknownProtocolVersion()
-{
-    ZelvarSerialPortInterface version1(nullptr, 1);
-    QVERIFY(version1.openSerialPort(ServoPort, 1000000).contains(ServoPort));
-    QVERIFY(!version1.readData(5, 0, 4, [] {}));
-}
-
-void TestSerialPortLibrary::listsVirtualBusesBetweenAdaptersAndOtherPorts()
-{
-    const QString folder =
-        QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + "/zelvar-virtual-bus";
-    QVERIFY(QDir().mkpath(folder));
-    QVERIFY(QFile::link("/dev/null", folder + "/bus-bridge"));
-    QVERIFY(QFile::link(folder + "/gone", folder + "/dangling-bridge"));
-
-    // Adapters (with a vendor id) first, then the virtual buses, then the rest.
-    QStringList virtualNames;
-    QString order;
-    for (const auto &port : library->getSerialPortList()) {
-        const bool isVirtual = port->getDescription() == "Virtual bus bridge" ||
-                               port->getDescription() == "Scripted port";
-        const QChar kind = isVirtual ? 'v' : port->getVendorIdentifier() != 0 ? 'a' : 'o';
-        if (order.isEmpty() || order.back() != kind)
-            order += kind;
-        if (isVirtual)
-            virtualNames.append(port->getPortName());
-        if (port->getPortName() == "bus-bridge")
-            QCOMPARE(port->getSystemLocation(), QString("/dev/null"));
-    }
-    QVERIFY2(QRegularExpression("^a?vo?$").match(order).hasMatch(), qPrintable(order));
-    QCOMPARE(virtualNames, QStringList({"bus-bridge", ServoPort, SilentPort}));
-    QDir(folder).removeRecursively();
-}
 
 QTEST_GUILESS_MAIN(TestSerialPortLibrary)
 #include "tst_serialportlibrary.moc"

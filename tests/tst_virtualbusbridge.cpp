@@ -10,14 +10,74 @@ class TestVirtualBusBridge : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cleanupTestCase();
-    void readsWritesAndReadsBack();
-    void rebootAndResetAnswerBeforeTheyReturn();
-    void bridgeEndingClosesThePort();
+    void initTestCase()
+    {
+        bridge.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        bridge.start(ZELVAR_VIRTUAL_BUS_PATH, {"--name", bridgeName});
+        QVERIFY(bridge.waitForStarted(10000) && bridge.waitForReadyRead(10000));
+        QVERIFY(bridge.readLine().startsWith("/dev/"));
+        QCOMPARE(port.openSerialPort(bridgeName, 1000000), QString());
+    }
+
+    void cleanupTestCase()
+    {
+        port.closeSerialPort();
+        if (bridge.state() != QProcess::NotRunning) {
+            bridge.kill();
+            bridge.waitForFinished(10000);
+        }
+        // A killed bridge cannot remove its own entry.
+        QFile::remove(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
+                      "/zelvar-virtual-bus/" + bridgeName);
+    }
+
+    void readsWritesAndReadsBack()
+    {
+        const QByteArray table = read(0, 118);
+        QCOMPARE(table.size(), 129);
+        QCOMPARE(table.mid(7, 4), QByteArray("\x55\x00\x05\x01", 4));
+
+        QByteArray written;
+        QVERIFY(port.writeData(0, 5, QByteArray(1, 42),
+                               [&] { written += port.readPendingSerialData(); }));
+        QVERIFY(QTest::qWaitFor([&] { return written.size() >= 6; }, 5000));
+        port.cleanUp();
+        QCOMPARE(written.at(4), '\0');
+        QCOMPARE(read(5, 1).mid(8, 2), QByteArray("\x00\x2A", 2));
+    }
+
+    void rebootAndResetAnswerBeforeTheyReturn()
+    {
+        QByteArray reply;
+        const auto onData = [&] { reply += port.readPendingSerialData(); };
+        QVERIFY(port.reboot(0, onData));
+        QCOMPARE(reply, QByteArray("\xFF\xFF\x00\x02\x00\xFD", 6));
+        port.cleanUp();
+        reply.clear();
+        QVERIFY(port.reset(0, onData));
+        QCOMPARE(reply, QByteArray("\xFF\xFF\x00\x02\x00\xFD", 6));
+        port.cleanUp();
+        // The reset restored the return delay written before.
+        const QByteArray delay = read(5, 1);
+        QVERIFY(delay.size() == 12 && delay.at(9) != 42);
+    }
+
+    void bridgeEndingClosesThePort()
+    {
+        bridge.kill();
+        QVERIFY(bridge.waitForFinished(10000));
+        const std::clock_t before = std::clock();
+        QTest::qWait(1000);
+        // A port left spinning on a hung-up terminal would burn the whole second.
+        QVERIFY2(double(std::clock() - before) / CLOCKS_PER_SEC < 0.5,
+                 "busy loop after the bridge ended");
+        bool called = false;
+        QVERIFY(!port.readData(0, 0, 2, [&] { called = true; }));
+        QTest::qWait(200);
+        QVERIFY(!called);
+    }
 
 private:
-    // Reads and gathers bytes until the whole reply has come.
     QByteArray read(int address, int length)
     {
         QByteArray reply;
@@ -32,73 +92,6 @@ private:
     QProcess bridge;
     ZelvarSerialPortInterface port{nullptr, 2};
 };
-
-void TestVirtualBusBridge::initTestCase()
-{
-    bridge.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    bridge.start(ZELVAR_VIRTUAL_BUS_PATH, {"--name", bridgeName});
-    QVERIFY(bridge.waitForStarted(10000) && bridge.waitForReadyRead(10000));
-    QVERIFY(bridge.readLine().startsWith("/dev/"));
-    QCOMPARE(port.openSerialPort(bridgeName, 1000000), QString());
-}
-
-void TestVirtualBusBridge::cleanupTestCase()
-{
-    port.closeSerialPort();
-    if (bridge.state() != QProcess::NotRunning) {
-        bridge.kill();
-        bridge.waitForFinished(10000);
-    }
-    // A killed bridge cannot remove its own entry.
-    QFile::remove(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
-                  "/zelvar-virtual-bus/" + bridgeName);
-}
-
-void TestVirtualBusBridge::readsWritesAndReadsBack()
-{
-    const QByteArray table = read(0, 118);
-    QCOMPARE(table.size(), 129);
-    QCOMPARE(table.mid(7, 4), QByteArray("\x55\x00\x05\x01", 4));
-
-    QByteArray written;
-    QVERIFY(
-        port.writeData(0, 5, QByteArray(1, 42), [&] { written += port.readPendingSerialData(); }));
-    QVERIFY(QTest::qWaitFor([&] { return written.size() >= 6; }, 5000));
-    port.cleanUp();
-    QCOMPARE(written.at(4), '\0');
-    QCOMPARE(read(5, 1).mid(8, 2), QByteArray("\x00\x2A", 2));
-}
-
-void TestVirtualBusBridge::rebootAndResetAnswerBeforeTheyReturn()
-{
-    QByteArray reply;
-    const auto onData = [&] { reply += port.readPendingSerialData(); };
-    QVERIFY(port.reboot(0, onData));
-    QCOMPARE(reply, QByteArray("\xFF\xFF\x00\x02\x00\xFD", 6));
-    port.cleanUp();
-    reply.clear();
-    QVERIFY(port.reset(0, onData));
-    QCOMPARE(reply, QByteArray("\xFF\xFF\x00\x02\x00\xFD", 6));
-    port.cleanUp();
-    // The reset restored the return delay written before.
-    const QByteArray delay = read(5, 1);
-    QVERIFY(delay.size() == 12 && delay.at(9) != 42);
-}
-
-void TestVirtualBusBridge::bridgeEndingClosesThePort()
-{
-    bridge.kill();
-    QVERIFY(bridge.waitForFinished(10000));
-    const std::clock_t before = std::clock();
-    QTest::qWait(1000);
-    // A port left spinning on a hung-up terminal would burn the whole second.
-    QVERIFY2(double(std::clock() - before) / CLOCKS_PER_SEC < 0.5,
-             "busy loop after the bridge ended");
-    bool called = false;
-    QVERIFY(!port.readData(0, 0, 2, [&] { called = true; }));
-    QTest::qWait(200);
-    QVERIFY(!called);
-}
 
 QTEST_GUILESS_MAIN(TestVirtualBusBridge)
 #include "tst_virtualbusbridge.moc"
