@@ -130,6 +130,13 @@ void RegisterView::setRegisterByte(quint16 address, quint8 value)
     const int row = record->row;
     const QString texts[] = {formatted(address, decimal), formatted(value, decimal),
                              record->description};
+    // A row that already shows these texts is left alone: replacing its items would repaint
+    // every cell of the table on every poll, which costs more than all else a reply does.
+    const QTableWidgetItem *shownAddress = table->item(row, 0);
+    const QTableWidgetItem *shownValue = table->item(row, 1);
+    if (shownAddress && shownValue && shownAddress->text() == texts[0] &&
+        shownValue->text() == texts[1])
+        return;
     for (int column = 0; column < 3; ++column) {
         auto *item = new QTableWidgetItem(texts[column]);
         if (!record->writable)

@@ -1,0 +1,181 @@
+// A live connection to the in-process virtual bus at 1,000,000 baud, polled every 10 ms,
+// with the whole window up (offscreen). Prints how many ticks were answered, what one
+// reply costs the program from its arrival until every control and register cell shows
+// it, and what the process used.
+#include "app/mainwindow.h"
+#include "device/uiregisterhelper.h"
+#include "link/uischeduler.h"
+#include "settings/settingsdialog.h"
+#include "simulator/virtualbusportprovider.h"
+#include "views/registerview.h"
+#include "widgets/iunitdatafield.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QToolBar>
+#include <algorithm>
+#include <cstdio>
+#include <sys/resource.h>
+#include <vector>
+
+namespace {
+
+constexpr int servoId = 1;
+constexpr int baudRate = 1000000;
+constexpr int pollingIntervalMs = 10;
+constexpr int defaultSeconds = 30;
+
+// Times every event the program handles; an event during which a reply reached the
+// register view is the handling of that reply, from its bytes arriving to the last cell.
+class TimedApplication : public QApplication
+{
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject *receiver, QEvent *event) override
+    {
+        if (!measuring)
+            return QApplication::notify(receiver, event);
+        if (event->type() == QEvent::Timer && qobject_cast<UiScheduler *>(receiver))
+            ++ticks;
+        const bool outer = depth++ == 0;
+        if (outer)
+            replyHandled = false;
+        QElapsedTimer clock;
+        clock.start();
+        const bool result = QApplication::notify(receiver, event);
+        const qint64 elapsed = clock.nsecsElapsed();
+        --depth;
+        if (outer && replyHandled)
+            replyNanoseconds.push_back(elapsed);
+        return result;
+    }
+
+    bool measuring = false;
+    bool replyHandled = false;
+    int depth = 0;
+    long ticks = 0;
+    std::vector<qint64> replyNanoseconds;
+};
+
+// Stands in for the model number box, which shows a constant, to tell the bench that a
+// reply is being handed out.
+class ReplyMarker : public QObject, public IUnitDataField
+{
+public:
+    explicit ReplyMarker(bool &seen)
+        : seen(seen)
+    {}
+
+    QString objectName() const override { return QObject::objectName(); }
+    void setLocked(bool) override {}
+    int32_t fieldId() const override { return 0; }
+    void setValue(int) override { seen = true; }
+    int value() override { return 0; }
+    void setObjectName(const QString &name) override { QObject::setObjectName(name); }
+    void applyDependency() override {}
+
+private:
+    bool &seen;
+};
+
+double processorSeconds()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return double(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
+           double(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+}
+
+long peakResidentKilobytes()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+double percentileMicroseconds(std::vector<qint64> values, double fraction)
+{
+    if (values.empty())
+        return 0;
+    std::sort(values.begin(), values.end());
+    const size_t index = std::min(values.size() - 1, size_t(fraction * double(values.size())));
+    return double(values[index]) / 1000.0;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    // Offscreen, and with settings of its own, so a user's settings stay untouched.
+    QTemporaryDir home;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+    Q_INIT_RESOURCE(resources);
+
+    TimedApplication application(argc, argv);
+    const int seconds = argc > 1 ? std::max(1, atoi(argv[1])) : defaultSeconds;
+    VirtualBusPortProvider::installProcessBus();
+
+    MainWindow window;
+    window.show();
+    SettingsDialog *settings = SettingsDialog::instance();
+    settings->findChild<QComboBox *>("serialPortInfoListBox")
+        ->setCurrentText(VirtualBusPortProvider::PortName);
+    settings->findChild<QComboBox *>("baudRateBox")->setCurrentText(QString::number(baudRate));
+    settings->findChild<QPushButton *>("okButton")->click();
+    auto *toolBar = window.findChild<QToolBar *>();
+    toolBar->findChild<QSpinBox *>("idSpinBox")->setValue(servoId);
+    toolBar->findChild<QSpinBox *>("pollingIntervalSpinBox")->setValue(pollingIntervalMs);
+
+    window.findChild<QAction *>("actionConnect")->trigger();
+    QElapsedTimer waited;
+    waited.start();
+    while (window.statusBar()->currentMessage() != "Connected" && waited.elapsed() < 10000)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+    if (window.statusBar()->currentMessage() != "Connected") {
+        std::fprintf(stderr, "the servo did not answer\n");
+        return 1;
+    }
+
+    ReplyMarker marker(application.replyHandled);
+    UiRegisterHelper::instance()->registerWidget("modelNumberLineEdit", &marker);
+    // Both tabs are painted in turn, as a user flicking between them would have them.
+    auto *tabs = window.findChild<QTabWidget *>("tabWidget");
+    QTimer flick;
+    QObject::connect(&flick, &QTimer::timeout,
+                     [tabs] { tabs->setCurrentIndex(1 - tabs->currentIndex()); });
+    flick.start(1000);
+
+    const double processorBefore = processorSeconds();
+    QElapsedTimer wall;
+    wall.start();
+    application.measuring = true;
+    QTimer::singleShot(seconds * 1000, &application, &QCoreApplication::quit);
+    application.exec();
+    application.measuring = false;
+    const double wallSeconds = double(wall.nsecsElapsed()) / 1e9;
+    const double processor = processorSeconds() - processorBefore;
+
+    const auto replies = long(application.replyNanoseconds.size());
+    std::printf("run: %.1f s at %d baud, polling every %d ms, servo %d\n", wallSeconds, baudRate,
+                pollingIntervalMs, servoId);
+    std::printf("ticks: %ld\n", application.ticks);
+    std::printf("replies completed: %ld (%.2f %% of ticks)\n", replies,
+                application.ticks ? 100.0 * double(replies) / double(application.ticks) : 0.0);
+    std::printf("processing per reply: median %.0f us, p99 %.0f us, max %.0f us\n",
+                percentileMicroseconds(application.replyNanoseconds, 0.5),
+                percentileMicroseconds(application.replyNanoseconds, 0.99),
+                percentileMicroseconds(application.replyNanoseconds, 1.0));
+    std::printf("cpu: %.1f %% of one core\n", 100.0 * processor / wallSeconds);
+    std::printf("peak rss: %.1f MB\n", double(peakResidentKilobytes()) / 1024.0);
+    return 0;
+}
