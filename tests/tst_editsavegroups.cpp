@@ -194,6 +194,28 @@ private slots:
         form->deliver(QStringLiteral("enableMotorCheckBox"), 0);
         QVERIFY(form->ui.nvParamsEditSaveToolButton->isEnabled());
     }
+
+    // Switched inside the volatile group's edit, the motor box must still decide whether the
+    // non-volatile group can be edited once Apply or Cancel ends that edit.
+    void motorSwitchedInEditDecidesAfterwards()
+    {
+        ZelvarGroupToolButton *nonVolatileEdit = form->ui.nvParamsEditSaveToolButton;
+        ZelvarGroupToolButton *volatileEdit = form->ui.vParamsEditSaveToolButton;
+        QCheckBox *motor = form->ui.enableMotorCheckBox;
+
+        volatileEdit->click();
+        motor->click();
+        QVERIFY(nonVolatileEdit->isEnabled());
+        volatileEdit->click();
+        QVERIFY(!nonVolatileEdit->isEnabled());
+        form->deliver(QStringLiteral("enableMotorCheckBox"), 1);
+
+        volatileEdit->click();
+        motor->click();
+        form->ui.vParamsCancelToolButton->click();
+        QVERIFY(motor->isChecked());
+        QVERIFY(!nonVolatileEdit->isEnabled());
+    }
 };
 
 QTEST_MAIN(TestEditSaveGroups)

@@ -273,7 +273,24 @@ void UiGroupHelper::on_editSaveToolButton_toggled(bool checked)
         showEdit(button);
         button->setEnabled(true);
         button->clearReferenceCount();
+        followEnableMotor(group);
     }
+}
+
+// While the volatile group is edited, the motor box changes without the rule running, and
+// a poll that shows the same state does not toggle it again. Once the group leaves edit
+// mode, the non-volatile group follows what the box shows, so that it cannot be edited
+// while the motor runs (the servo would refuse that write).
+void UiGroupHelper::followEnableMotor(const ZelvarParametersGroupBox *group)
+{
+    if (group->objectName() != QLatin1String("volatileParamsGroupBox"))
+        return;
+    const auto *nonVolatile =
+        form->findChild<ZelvarParametersGroupBox *>(QStringLiteral("nonVolatileParamsGroupBox"));
+    const auto *enableMotor = form->findChild<QCheckBox *>(QStringLiteral("enableMotorCheckBox"));
+    ZelvarGroupToolButton *editSave = editSaveButtonOf("nonVolatileParamsGroupBox");
+    if (nonVolatile && !nonVolatile->editMode && enableMotor && editSave)
+        editSave->setEnabled(!enableMotor->isChecked());
 }
 
 void UiGroupHelper::on_editSaveToolButton_pressed()

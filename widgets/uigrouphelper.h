@@ -53,6 +53,7 @@ public slots:
 
 private:
     void setUpGroup(const char *groupName, std::function<void()> save);
+    void followEnableMotor(const ZelvarParametersGroupBox *group);
     void saveNonVolatile();
     void saveVolatile();
     ZelvarGroupToolButton *editSaveButtonOf(const char *groupName) const;
