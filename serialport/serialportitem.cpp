@@ -9,8 +9,7 @@ SerialPortItem::SerialPortItem(const QString &portName, const QString &descripti
     , systemLocation(systemLocation)
     , vendorIdentifier(vendorIdentifier)
     , productIdentifier(productIdentifier)
-{
-}
+{}
 
 SerialPortItem::~SerialPortItem() = default;
 

@@ -7,8 +7,7 @@ Settings::Settings(const QString &group)
                                         QStringLiteral("Ostravel"),
                                         QStringLiteral("Zelvar Servo Manager")))
     , group(group)
-{
-}
+{}
 
 QVariant Settings::value(const QString &key, const QVariant &defaultValue) const
 {

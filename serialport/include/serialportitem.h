@@ -9,9 +9,9 @@ class ZELVAR_SERIALPORT_EXPORT SerialPortItem
 {
 public:
     SerialPortItem() = default;
-    SerialPortItem(const QString &portName, const QString &description,
-                   const QString &manufacturer, const QString &systemLocation,
-                   quint16 vendorIdentifier, quint16 productIdentifier);
+    SerialPortItem(const QString &portName, const QString &description, const QString &manufacturer,
+                   const QString &systemLocation, quint16 vendorIdentifier,
+                   quint16 productIdentifier);
     SerialPortItem(const SerialPortItem &) = default;
     SerialPortItem &operator=(const SerialPortItem &) = default;
     virtual ~SerialPortItem();
