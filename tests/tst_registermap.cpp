@@ -1,32 +1,11 @@
 #include "device/uiregisterhelper.h"
 #include "device/zelvarv1.h"
-#include "widgets/iunitdatafield.h"
+#include "recordingfield.h"
 #include "widgets/zelvarparametersgroupbox.h"
 
 #include <QtTest>
 #include <set>
 #include <stdexcept>
-
-namespace {
-
-// Records what the register map hands to a bound widget.
-class RecordingField : public QWidget, public IUnitDataField
-{
-public:
-    explicit RecordingField(const QString &name) { QObject::setObjectName(name); }
-    QString objectName() const override { return QObject::objectName(); }
-    void setLocked(bool) override {}
-    int32_t fieldId() const override { return 0; }
-    void setValue(int raw) override { values.append(raw); }
-    int value() override { return values.isEmpty() ? 0 : values.last(); }
-    void setObjectName(const QString &name) override { QObject::setObjectName(name); }
-    void applyDependency() override { ++dependencyRuns; }
-
-    QList<int> values;
-    int dependencyRuns = 0;
-};
-
-} // namespace
 
 class TestRegisterMap : public QObject
 {

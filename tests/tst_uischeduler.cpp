@@ -2,10 +2,10 @@
 #include "device/uiregisterhelper.h"
 #include "link/serialhelper.h"
 #include "link/uischeduler.h"
+#include "recordingfield.h"
 #include "scriptedportprovider.h"
 #include "scriptedservo.h"
 #include "views/registerview.h"
-#include "widgets/iunitdatafield.h"
 #include "widgets/uigrouphelper.h"
 
 #include <QTableWidget>
@@ -15,23 +15,6 @@ namespace {
 
 constexpr quint8 servoId = 5;
 constexpr char readInstruction = 0x02;
-
-// A bound control that only remembers what the poll gave it.
-class RecordingField : public QObject, public IUnitDataField
-{
-public:
-    explicit RecordingField(const QString &name) { QObject::setObjectName(name); }
-
-    QString objectName() const override { return QObject::objectName(); }
-    void setLocked(bool) override {}
-    int32_t fieldId() const override { return 0; }
-    void setValue(int raw) override { values.append(raw); }
-    int value() override { return values.isEmpty() ? 0 : values.last(); }
-    void setObjectName(const QString &name) override { QObject::setObjectName(name); }
-    void applyDependency() override {}
-
-    QList<int> values;
-};
 
 QByteArray modelReply(bool ax12)
 {
