@@ -73,7 +73,12 @@ MainWindow::MainWindow(QWidget *parent)
     ui->setupUi(this);
     ui->tabWidget->setAutoFillBackground(true);
 
-    DeviceHelper::instance(serialHelper, std::bind(&MainWindow::onDeviceLoaded, this));
+    // The helper outlives this window; a window that is gone is told nothing.
+    QPointer<MainWindow> self(this);
+    DeviceHelper::instance(serialHelper, [self] {
+        if (self)
+            self->onDeviceLoaded();
+    });
     registerHelper = UiRegisterHelper::instance();
 
     ui->actionConnect->setEnabled(true);
@@ -115,10 +120,14 @@ void MainWindow::closeEvent(QCloseEvent *event)
     QMainWindow::closeEvent(event);
 }
 
-void MainWindow::timerEvent(QTimerEvent *)
+void MainWindow::timerEvent(QTimerEvent *event)
 {
     serialHelper->closeSerialPort();
     killTimer(closeTimerId);
+    // Two disconnects within the delay leave an older timer whose id was overwritten; it
+    // would otherwise close the port every 100 ms from then on, under the next connection.
+    if (event->timerId() != closeTimerId)
+        killTimer(event->timerId());
     closeTimerId = 0;
 }
 
@@ -141,14 +150,14 @@ void MainWindow::onDeviceLoaded()
     if (!scheduler || !ui->actionDisconnect->isEnabled())
         return;
     ui->statusBar->showMessage(tr("Connected"));
-    scheduler->setTimerId(scheduler->startTimer(pollingIntervalSpinBox->value(), Qt::CoarseTimer));
+    scheduler->timerId = scheduler->startTimer(pollingIntervalSpinBox->value(), Qt::CoarseTimer);
 }
 
 void MainWindow::on_actionDisconnect_triggered()
 {
     if (scheduler) {
-        scheduler->killTimer(scheduler->timerId());
-        scheduler->setTimerId(0);
+        scheduler->killTimer(scheduler->timerId);
+        scheduler->timerId = 0;
     }
     ui->registerView->disconnectDevice();
     setLinkActions(false);

@@ -56,12 +56,12 @@ void UiScheduler::addQueueRequest(uint8_t address, const QByteArray &data)
 
 void UiScheduler::startScheduler(int pollingInterval)
 {
-    pollingTimerId = startTimer(pollingInterval, Qt::CoarseTimer);
+    timerId = startTimer(pollingInterval, Qt::CoarseTimer);
 }
 
 void UiScheduler::stopScheduler()
 {
-    killTimer(pollingTimerId);
+    killTimer(timerId);
 }
 
 void UiScheduler::timerEvent(QTimerEvent *)

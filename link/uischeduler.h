@@ -23,9 +23,8 @@ public:
 
     UiScheduler(uint8_t servoId, std::shared_ptr<SerialHelper> serialHelper);
 
-    // The main window starts and kills the polling timer on this object itself.
-    int timerId() const { return pollingTimerId; }
-    void setTimerId(int id) { pollingTimerId = id; }
+    // The polling timer; the main window starts and kills it on this object itself.
+    int timerId = 0;
 
     uint8_t currentPollCursor() const { return pollCursor; }
     size_t queuedRequests() const { return queue.size(); }
@@ -50,7 +49,6 @@ private:
     uint8_t pollCursor = 0;
     std::shared_ptr<SerialHelper> serialHelper;
     std::vector<std::shared_ptr<QueueRequest>> queue;
-    int pollingTimerId = 0;
     // The last poll reply: a volatile save rewrites the registers it does not edit with these.
     QByteArray lastReply;
 };
