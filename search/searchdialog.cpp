@@ -81,8 +81,11 @@ SearchDialog *SearchDialog::instance()
 void SearchDialog::setVisible(bool visible)
 {
     QDialog::setVisible(visible);
-    if (!visible)
+    if (!visible) {
+        // Closed in the middle of a scan: nobody is left to watch it, so stop it.
+        abortRequested = true;
         return;
+    }
     for (QAbstractButton *box : baudRateGroup->buttons())
         box->setChecked(false);
     // Set together, unguarded: the guards would refuse either value on its own when
