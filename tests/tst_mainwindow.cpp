@@ -73,7 +73,6 @@ private slots:
     void actions();
     void toolBarSpinBoxes_data();
     void toolBarSpinBoxes();
-    void updateIdMovesAndPersistsServoAddress();
     void geometryFitsScreenAndPersistsOnClose();
     void quitAndSettingsActions();
 };
@@ -117,30 +116,16 @@ void TestMainWindow::actions_data()
     QTest::addColumn<bool>("enabled");
 
     // An action without a tool tip of its own shows its text without the mnemonic.
-    QTest::newRow("actionConnect") << "C&onnect"
-                                   << "Connect"
-                                   << "Ctrl+O" << true << true;
-    QTest::newRow("actionDisconnect") << "Disconnect"
-                                      << "Disconnect"
-                                      << "Ctrl+D" << true << false;
-    QTest::newRow("actionSettings") << "Settings"
-                                    << "Settings"
-                                    << "" << true << true;
-    QTest::newRow("actionQuit") << "&Quit"
-                                << "Quit"
-                                << "Ctrl+C" << true << true;
-    QTest::newRow("actionAbout") << "About"
-                                 << "About"
-                                 << "" << false << true;
-    QTest::newRow("actionSearch") << "Search"
-                                  << "Search"
-                                  << "Shift+S" << true << true;
-    QTest::newRow("actionReboot") << "&Reboot"
-                                  << "Reboot"
-                                  << "Ctrl+R" << true << true;
-    QTest::newRow("actionReset") << "Reset"
-                                 << "&Factory reset"
-                                 << "Ctrl+F" << true << true;
+    // clang-format off
+    QTest::newRow("actionConnect") << "C&onnect" << "Connect" << "Ctrl+O" << true << true;
+    QTest::newRow("actionDisconnect") << "Disconnect" << "Disconnect" << "Ctrl+D" << true << false;
+    QTest::newRow("actionSettings") << "Settings" << "Settings" << "" << true << true;
+    QTest::newRow("actionQuit") << "&Quit" << "Quit" << "Ctrl+C" << true << true;
+    QTest::newRow("actionAbout") << "About" << "About" << "" << false << true;
+    QTest::newRow("actionSearch") << "Search" << "Search" << "Shift+S" << true << true;
+    QTest::newRow("actionReboot") << "&Reboot" << "Reboot" << "Ctrl+R" << true << true;
+    QTest::newRow("actionReset") << "Reset" << "&Factory reset" << "Ctrl+F" << true << true;
+    // clang-format on
 }
 
 void TestMainWindow::actions()
@@ -202,20 +187,11 @@ void TestMainWindow::toolBarSpinBoxes()
     QCOMPARE(rawStore().allKeys(), QStringList{"main window settings/" + key});
 }
 
-void TestMainWindow::updateIdMovesAndPersistsServoAddress()
-{
-    MainWindow window;
-    QVERIFY(QMetaObject::invokeMethod(&window, "on_updateId", Q_ARG(int, 42)));
-    QCOMPARE(child<QSpinBox>(window, "idSpinBox")->value(), 42);
-    QCOMPARE(stored(QStringLiteral("servoId")).toInt(), 42);
-}
-
 void TestMainWindow::geometryFitsScreenAndPersistsOnClose()
 {
     {
         MainWindow window;
         const QSize available = QGuiApplication::primaryScreen()->availableGeometry().size();
-        QVERIFY(available.width() < 1192 || available.height() < 1428);
         QCOMPARE(window.size(), QSize(1192, 1428).boundedTo(available));
         window.show();
         window.resize(640, 480);
