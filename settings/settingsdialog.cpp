@@ -13,7 +13,10 @@ SettingsDialog *dialogInstance = nullptr;
 
 const QString baudRateKey = QStringLiteral("baudRate");
 const QString serialPortNameKey = QStringLiteral("serialPortName");
-const QString returnDelayKey = QStringLiteral("returnDelay");
+
+// Shown as plain numbers: the rate is read back from the box's text.
+const int baudRates[] = {9600,   19200,  38400,  57600,   115200, 200000,
+                         250000, 400000, 500000, 1000000, 2000000};
 
 struct ComboItem
 {
@@ -22,45 +25,32 @@ struct ComboItem
 };
 
 // clang-format off
-const ComboItem baudRates[] = {
-    {"9600", 9600},
-    {"19200", 19200},
-    {"38400", 38400},
-    {"57600", 57600},
-    {"115200", 115200},
-    {"200000", 200000},
-    {"250000", 250000},
-    {"400000", 400000},
-    {"500000", 500000},
-    {"1000000", 1000000},
-    {"2000000", 2000000},
-};
-
 const ComboItem dataBits[] = {
-    {"5", 5},
-    {"6", 6},
-    {"7", 7},
-    {"8", 8},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "5"), 5},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "6"), 6},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "7"), 7},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "8"), 8},
 };
 
 // The values are the serial-port enumeration's, hence Mark 5 before Space 4 and 1.5 stop bits 3.
 const ComboItem parities[] = {
-    {"None", 0},
-    {"Even", 2},
-    {"Odd", 3},
-    {"Mark", 5},
-    {"Space", 4},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "None"), 0},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "Even"), 2},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "Odd"), 3},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "Mark"), 5},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "Space"), 4},
 };
 
 const ComboItem stopBits[] = {
-    {"1", 1},
-    {"1.5", 3},
-    {"2", 2},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "1"), 1},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "1.5"), 3},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "2"), 2},
 };
 // clang-format on
 
-// One row per unit choice, in the order apply() writes them. A quantity with a single
-// unit has no code-1 button.
+// One row per unit choice, in the order of the units record. returnDelay has no button:
+// it is loaded but never shown, read back or written. A quantity with a single unit has
+// no code-1 button.
 struct UnitChoice
 {
     const char *key;
@@ -81,15 +71,21 @@ const UnitChoice unitChoices[] = {
     {"voltage",             &Units::voltage,             &Form::voltageRadioButton,              nullptr},
     {"current",             &Units::current,             &Form::ampsRadioButton,                 &Form::milliAmpsRadioButton},
     {"temperature",         &Units::temperature,         &Form::centigradeRadioButton,           &Form::fahrenheitRadioButton},
+    {"returnDelay",         &Units::returnDelay,         nullptr,                                nullptr},
     {"servoData",           &Units::servoData,           &Form::hexRadioButton,                  &Form::decimalRadioButton},
 };
 // clang-format on
+
+bool hasButton(const UnitChoice &choice)
+{
+    return choice.code0 != nullptr;
+}
 
 template<std::size_t N>
 void fill(QComboBox *box, const ComboItem (&items)[N])
 {
     for (const ComboItem &item : items)
-        box->addItem(QString::fromLatin1(item.text), item.data);
+        box->addItem(SettingsDialog::tr(item.text), item.data);
 }
 } // namespace
 
@@ -190,8 +186,10 @@ void SettingsDialog::apply()
     portSettingsStore->setValue(serialPortNameKey, currentPortSettings.portName);
 
     readUnits();
-    for (const UnitChoice &choice : unitChoices)
-        unitsSettingsStore->setValue(QLatin1String(choice.key), currentUnits.*choice.value);
+    for (const UnitChoice &choice : unitChoices) {
+        if (hasButton(choice))
+            unitsSettingsStore->setValue(QLatin1String(choice.key), currentUnits.*choice.value);
+    }
 
     hide();
 }
@@ -213,7 +211,8 @@ void SettingsDialog::checkCustomBaudRatePolicy(int idx)
 
 void SettingsDialog::fillPortsParameters()
 {
-    fill(ui->baudRateBox, baudRates);
+    for (const int baudRate : baudRates)
+        ui->baudRateBox->addItem(QString::number(baudRate), baudRate);
     fill(ui->dataBitsBox, dataBits);
     ui->dataBitsBox->setCurrentIndex(3);
     fill(ui->parityBox, parities);
@@ -248,7 +247,6 @@ void SettingsDialog::loadUnits()
     for (const UnitChoice &choice : unitChoices)
         currentUnits.*choice.value =
             unitsSettingsStore->value(QLatin1String(choice.key), 0).toInt();
-    currentUnits.returnDelay = unitsSettingsStore->value(returnDelayKey, 0).toInt();
     showUnits();
 }
 
@@ -256,6 +254,8 @@ void SettingsDialog::loadUnits()
 void SettingsDialog::showUnits()
 {
     for (const UnitChoice &choice : unitChoices) {
+        if (!hasButton(choice))
+            continue;
         const int32_t value = currentUnits.*choice.value;
         if (choice.code1)
             (value == 1 ? ui->*choice.code1 : ui->*choice.code0)->setChecked(true);
@@ -267,6 +267,8 @@ void SettingsDialog::showUnits()
 void SettingsDialog::readUnits()
 {
     for (const UnitChoice &choice : unitChoices) {
+        if (!hasButton(choice))
+            continue;
         if (choice.code1)
             currentUnits.*choice.value = (ui->*choice.code1)->isChecked() ? 1 : 0;
         else if ((ui->*choice.code0)->isChecked())

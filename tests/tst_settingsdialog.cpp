@@ -1,5 +1,6 @@
 #include "portprovider.h"
 #include "serialportbackend.h"
+#include "settings/settings.h"
 #include "settings/settingsdialog.h"
 
 #include <QComboBox>
@@ -7,9 +8,32 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSettings>
 #include <QTabWidget>
+#include <QTranslator>
 #include <QtTest>
+
+// This test links its own Settings in place of the program's: a store in memory that also
+// logs every write as "group/key=value", so the order of the dialog's writes shows, and no
+// run of this test can touch a user's settings.
+namespace {
+QMap<QString, QVariant> memoryStore;
+QStringList writes;
+} // namespace
+
+Settings::Settings(const QString &group)
+    : group(group)
+{}
+
+QVariant Settings::value(const QString &key, const QVariant &defaultValue) const
+{
+    return memoryStore.value(group + '/' + key, defaultValue);
+}
+
+void Settings::setValue(const QString &key, const QVariant &value)
+{
+    memoryStore.insert(group + '/' + key, value);
+    writes << group + '/' + key + '=' + value.toString();
+}
 
 namespace {
 // Two ports with known details, listed ahead of whatever the machine has.
@@ -28,20 +52,17 @@ public:
     }
 };
 
-QSettings rawStore()
+// Brackets every text of the dialog's translation context, and no other.
+class BracketingTranslator : public QTranslator
 {
-    return QSettings(QStringLiteral("Ostravel"), QStringLiteral("Zelvar Servo Manager"));
-}
-
-void store(const QString &group, const QString &key, const QVariant &value)
-{
-    rawStore().setValue(group + '/' + key, value);
-}
-
-QVariant stored(const QString &group, const QString &key)
-{
-    return rawStore().value(group + '/' + key);
-}
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *sourceText, const char *, int) const override
+    {
+        return qstrcmp(context, "SettingsDialog") == 0 ? '[' + QString(sourceText) + ']'
+                                                       : QString();
+    }
+};
 
 template<typename T = QComboBox>
 T *child(const SettingsDialog &dialog, const QString &name)
@@ -57,9 +78,6 @@ void click(const SettingsDialog &dialog, const char *button)
     child<QPushButton>(dialog, button)->click();
 }
 
-const QStringList unitKeys{"angularVelocity", "angle",   "angularAcceleration", "torque",
-                           "voltage",         "current", "temperature",         "servoData"};
-
 QVector<int> unitValues(const PhysicalQuantities &units)
 {
     return {units.angularVelocity, units.angle,       units.angularAcceleration,
@@ -74,7 +92,11 @@ class TestSettingsDialog : public QObject
 
 private slots:
     void initTestCase() { PortProvider::install(ports); }
-    void init() { rawStore().clear(); }
+    void init()
+    {
+        memoryStore.clear();
+        writes.clear();
+    }
 
     void emptyStoreStartsAtDefaults()
     {
@@ -83,62 +105,48 @@ private slots:
             QCOMPARE(SettingsDialog::instance(), &dialog);
             QCOMPARE(dialog.portSettings().baudRate, 1000000);
             QCOMPARE(child(dialog, "baudRateBox")->currentText(), QStringLiteral("1000000"));
-            for (const char *fixed : {"dataBitsBox", "parityBox", "stopBitsBox"})
-                QVERIFY(!child(dialog, fixed)->isEnabled());
             // No stored port: the first listed one is taken.
             QCOMPARE(dialog.portSettings().portName,
                      child(dialog, "serialPortInfoListBox")->itemText(0));
             QCOMPARE(unitValues(dialog.units()), QVector<int>(9, 0));
             QVERIFY(dialog.isModal());
-            QVERIFY(rawStore().allKeys().isEmpty());
+            QVERIFY(writes.isEmpty());
 
             // Showing always opens on the connection tab, with the OK button focused.
             auto *tabs = child<QTabWidget>(dialog, "settingsTabWidget");
-            QCOMPARE(tabs->currentIndex(), 1);
+            tabs->setCurrentIndex(1);
             dialog.show();
             QCOMPARE(tabs->currentIndex(), 0);
             QCOMPARE(dialog.focusWidget(), child<QPushButton>(dialog, "okButton"));
-            tabs->setCurrentIndex(1);
-            dialog.hide();
-            dialog.show();
-            QCOMPARE(tabs->currentIndex(), 0);
         }
         QCOMPARE(SettingsDialog::instance(), nullptr);
+    }
+
+    void parameterTextsAreTranslated()
+    {
+        BracketingTranslator translator;
+        QCoreApplication::installTranslator(&translator);
+        const SettingsDialog dialog;
+        QCoreApplication::removeTranslator(&translator);
+
+        const SettingsDialog::PortSettings port = dialog.portSettings();
+        QCOMPARE(QStringList({port.dataBitsText, port.parityText, port.stopBitsText}),
+                 QStringList({"[8]", "[None]", "[1]"}));
+        // The rate is read back from the box's text, so that stays a plain number.
+        QCOMPARE(port.baudRate, 1000000);
     }
 
     void portListShowsDetails()
     {
         const SettingsDialog dialog;
         QComboBox *portBox = child(dialog, "serialPortInfoListBox");
-        const int full = portBox->findText(QStringLiteral("zelvar-test-a"));
-        const int bare = portBox->findText(QStringLiteral("zelvar-test-b"));
-        QVERIFY(full >= 0 && bare >= 0);
-        QCOMPARE(portBox->itemData(full).toStringList().join(','),
-                 QStringLiteral("zelvar-test-a,USB adapter,Acme,/dev/zelvar-test-a,403,6a0f"));
-        QCOMPARE(portBox->itemData(bare).toStringList().join(','),
+        QCOMPARE(portBox->itemData(portBox->findText("zelvar-test-b")).toStringList().join(','),
                  QStringLiteral("zelvar-test-b,N/A,N/A,/dev/zelvar-test-b,N/A,N/A"));
-
-        portBox->setCurrentIndex(full);
-        QStringList labels;
-        for (const char *name :
-             {"descriptionLabel", "manufacturerLabel", "locationLabel", "vidLabel", "pidLabel"})
-            labels << child<QLabel>(dialog, name)->text();
-        QCOMPARE(labels, (QStringList{"Description: USB adapter", "Manufacturer: Acme",
-                                      "Location: /dev/zelvar-test-a", "Vendor Identifier: 403",
-                                      "Product Identifier: 6a0f"}));
-    }
-
-    void storedPortIsSelectedOnlyIfPresent()
-    {
-        for (const QString name : {"zelvar-test-b", "ttyGONE"}) {
-            store("port settings", "serialPortName", name);
-            SettingsDialog dialog;
-            const QString expected =
-                name == "ttyGONE" ? child(dialog, "serialPortInfoListBox")->itemText(0) : name;
-            QCOMPARE(dialog.portSettings().portName, expected);
-            click(dialog, "okButton");
-            QCOMPARE(stored("port settings", "serialPortName").toString(), expected);
-        }
+        portBox->setCurrentIndex(portBox->findText("zelvar-test-a"));
+        QCOMPARE(child<QLabel>(dialog, "manufacturerLabel")->text(),
+                 QStringLiteral("Manufacturer: Acme"));
+        QCOMPARE(child<QLabel>(dialog, "pidLabel")->text(),
+                 QStringLiteral("Product Identifier: 6a0f"));
     }
 
     void storedUnitsCheckButtons_data()
@@ -146,16 +154,14 @@ private slots:
         QTest::addColumn<QString>("key");
         QTest::addColumn<int>("value");
         QTest::addColumn<QString>("checked");
+        QTest::addColumn<int>("index"); // in the units record
         QTest::addColumn<int>("recorded");
 
         // clang-format off
-        QTest::newRow("angularVelocity") << "angularVelocity" << 1 << "revsPerMinuteRadioButton" << 1;
-        QTest::newRow("current 1") << "current" << 1 << "milliAmpsRadioButton" << 1;
-        QTest::newRow("servoData 1") << "servoData" << 1 << "decimalRadioButton" << 1;
-        QTest::newRow("angle 7 falls back") << "angle" << 7 << "radiansRadioButton" << 0;
-        QTest::newRow("servoData -1 falls back") << "servoData" << -1 << "hexRadioButton" << 0;
-        QTest::newRow("voltage 2 checks nothing") << "voltage" << 2 << "" << 2;
-        QTest::newRow("angularAcceleration 1 checks nothing") << "angularAcceleration" << 1 << "" << 1;
+        QTest::newRow("code 1") << "angularVelocity" << 1 << "revsPerMinuteRadioButton" << 0 << 1;
+        QTest::newRow("code 1 after returnDelay") << "servoData" << 1 << "decimalRadioButton" << 8 << 1;
+        QTest::newRow("7 falls back to code 0") << "angle" << 7 << "radiansRadioButton" << 1 << 0;
+        QTest::newRow("single button, 2 checks nothing") << "voltage" << 2 << "" << 4 << 2;
         // clang-format on
     }
 
@@ -164,66 +170,46 @@ private slots:
         QFETCH(QString, key);
         QFETCH(int, value);
         QFETCH(QString, checked);
+        QFETCH(int, index);
         QFETCH(int, recorded);
 
-        store("units settings", key, value);
+        memoryStore.insert("units settings/" + key, value);
         const SettingsDialog dialog;
-        const QString groupName =
-            key == "current" ? "currentSettingsGroupBox_2" : key + "SettingsGroupBox";
         QStringList checkedButtons;
         for (const QRadioButton *button :
-             child<QGroupBox>(dialog, groupName)->findChildren<QRadioButton *>()) {
+             child<QGroupBox>(dialog, key + "SettingsGroupBox")->findChildren<QRadioButton *>()) {
             if (button->isChecked())
                 checkedButtons << button->objectName();
         }
         QCOMPARE(checkedButtons, checked.isEmpty() ? QStringList() : QStringList{checked});
 
         QVector<int> expected(9, 0);
-        expected[unitKeys.indexOf(key) + (key == "servoData" ? 1 : 0)] = recorded;
+        expected[index] = recorded;
         QCOMPARE(unitValues(dialog.units()), expected);
     }
 
-    void applyPersistsChoices()
+    void applyPersistsInOrderAndNeverWritesReturnDelay()
     {
-        {
-            SettingsDialog dialog;
-            dialog.show();
-            child(dialog, "serialPortInfoListBox")->setCurrentText(QStringLiteral("zelvar-test-b"));
-            child(dialog, "baudRateBox")->setCurrentText(QStringLiteral("57600"));
-            for (const char *name :
-                 {"revsPerMinuteRadioButton", "degreesRadioButton", "kgCentimetresRadioButton",
-                  "milliAmpsRadioButton", "fahrenheitRadioButton", "decimalRadioButton"})
-                child<QRadioButton>(dialog, name)->setChecked(true);
-            click(dialog, "okButton");
-
-            QVERIFY(!dialog.isVisible());
-            QCOMPARE(dialog.portSettings().portName, QStringLiteral("zelvar-test-b"));
-            QCOMPARE(dialog.portSettings().baudRate, 57600);
-            QCOMPARE(dialog.portSettings().parityText, QStringLiteral("None"));
-            QCOMPARE(unitValues(dialog.units()), (QVector<int>{1, 1, 0, 1, 0, 1, 1, 0, 1}));
-        }
-        QCOMPARE(stored("port settings", "serialPortName").toString(),
-                 QStringLiteral("zelvar-test-b"));
-        QCOMPARE(stored("port settings", "baudRate").toInt(), 57600);
-        QVector<int> persisted;
-        for (const QString &key : unitKeys)
-            persisted << stored("units settings", key).toInt();
-        QCOMPARE(persisted, (QVector<int>{1, 1, 0, 1, 0, 1, 1, 1}));
-    }
-
-    void applyNeverWritesReturnDelay()
-    {
-        store("units settings", "returnDelay", 3);
+        memoryStore.insert("units settings/returnDelay", 3);
         SettingsDialog dialog;
-        QCOMPARE(dialog.units().returnDelay, 3);
-
-        rawStore().clear();
+        dialog.show();
+        child(dialog, "serialPortInfoListBox")->setCurrentText(QStringLiteral("zelvar-test-b"));
+        child(dialog, "baudRateBox")->setCurrentText(QStringLiteral("57600"));
+        for (const char *name :
+             {"revsPerMinuteRadioButton", "degreesRadioButton", "kgCentimetresRadioButton",
+              "milliAmpsRadioButton", "fahrenheitRadioButton", "decimalRadioButton"})
+            child<QRadioButton>(dialog, name)->setChecked(true);
         click(dialog, "okButton");
-        QCOMPARE(dialog.units().returnDelay, 3);
-        QSettings settings = rawStore();
-        settings.beginGroup(QStringLiteral("units settings"));
-        QVERIFY(!settings.contains(QStringLiteral("returnDelay")));
-        QCOMPARE(settings.childKeys().size(), unitKeys.size());
+
+        QVERIFY(!dialog.isVisible());
+        QCOMPARE(unitValues(dialog.units()), (QVector<int>{1, 1, 0, 1, 0, 1, 1, 3, 1}));
+        QCOMPARE(writes,
+                 (QStringList{"port settings/baudRate=57600",
+                              "port settings/serialPortName=zelvar-test-b",
+                              "units settings/angularVelocity=1", "units settings/angle=1",
+                              "units settings/angularAcceleration=0", "units settings/torque=1",
+                              "units settings/voltage=0", "units settings/current=1",
+                              "units settings/temperature=1", "units settings/servoData=1"}));
     }
 
     void cancelKeepsRecordsAndShowResetsButtons()
@@ -237,7 +223,7 @@ private slots:
         QVERIFY(!dialog.isVisible());
         QCOMPARE(dialog.units().angle, 0);
         QCOMPARE(dialog.portSettings().baudRate, 1000000);
-        QVERIFY(rawStore().allKeys().isEmpty());
+        QVERIFY(writes.isEmpty());
 
         dialog.show();
         QVERIFY(child<QRadioButton>(dialog, "radiansRadioButton")->isChecked());
@@ -253,7 +239,7 @@ private slots:
             QVERIFY(!dialog.isVisible());
             QCOMPARE(dialog.portSettings().baudRate, 57600);
             QCOMPARE(child(dialog, "baudRateBox")->currentText(), QStringLiteral("57600"));
-            QCOMPARE(stored("port settings", "baudRate").toInt(), 57600);
+            QCOMPARE(writes, QStringList{"port settings/baudRate=57600"});
         }
         QCOMPARE(SettingsDialog().portSettings().baudRate, 57600);
     }
