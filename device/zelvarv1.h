@@ -4,7 +4,8 @@
 
 #include <map>
 
-// The servos of the own family: a 118-byte control table, all of it described.
+// The servos of the own family: a 118-byte control table, of which 87 addresses are
+// described for the register view; the 31 others are left out of it.
 class ZelvarV1 : public LimitsTableDevice
 {
 public:
