@@ -4,8 +4,6 @@
 
 // Addresses of the Zelvar control table that the simulator acts on.
 namespace ServoRegister {
-constexpr int ModelNumber = 0;
-constexpr int FirmwareVersion = 2;
 constexpr int Id = 3;
 constexpr int BaudRate = 4;
 constexpr int ReturnDelay = 5;
@@ -18,7 +16,6 @@ constexpr int MaxVoltageLimit = 13;
 constexpr int TorqueLimit = 14;
 constexpr int VelocityLimit = 16;
 constexpr int AccelerationLimit = 18;
-constexpr int HomeOffset = 20;
 constexpr int MovingThreshold = 24;
 constexpr int InputMode = 26;
 constexpr int DefaultPositionP = 27;
@@ -44,7 +41,6 @@ constexpr int HardwareError = 107;
 constexpr int TableSize = 118;
 constexpr int NonVolatileFirst = 3;
 constexpr int NonVolatileLast = 40;
-constexpr int VolatileFirst = 48;
 } // namespace ServoRegister
 
 namespace ServoMode {

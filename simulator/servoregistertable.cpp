@@ -75,11 +75,6 @@ bool ServoRegisterTable::isWritable(int address)
     return row && row->writable;
 }
 
-bool ServoRegisterTable::isNonVolatile(int address)
-{
-    return address >= ServoRegister::NonVolatileFirst && address <= ServoRegister::NonVolatileLast;
-}
-
 QByteArray ServoRegisterTable::factoryDefaults()
 {
     QByteArray table(ServoRegister::TableSize, '\0');

@@ -20,7 +20,6 @@ public:
     // The row whose register covers `address`, or null for an undescribed address.
     static const Row *rowAt(int address);
     static bool isWritable(int address);
-    static bool isNonVolatile(int address);
     static QByteArray factoryDefaults();
 
     // Each volatile gain and profile with the non-volatile default it starts from.

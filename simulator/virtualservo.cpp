@@ -22,10 +22,15 @@ constexpr double IdleCurrent = 20;            // mA while the motor is enabled
 constexpr double AmbientTemperature = 25;     // degC
 constexpr double HeatingPerAmpSquared = 2000; // degC above ambient at steady state
 constexpr double ThermalTimeConstant = 30;    // s
-constexpr double CoolingMargin = 5;           // degC
 constexpr double MaxStep = 0.001;             // s, keeps the integration stable
 // Beyond this everything has settled, so a long idle gap costs no more than this.
 constexpr double MaxCatchUp = 300;
+
+bool isFactoryResetMode(quint8 mode)
+{
+    return mode == FactoryResetMode::All || mode == FactoryResetMode::KeepId ||
+           mode == FactoryResetMode::KeepIdAndBaudRate;
+}
 
 double clampMagnitude(double value, double limit)
 {
@@ -104,7 +109,7 @@ Packet VirtualServo::handle(const Packet &request)
     case Instruction::FactoryReset:
         if (request.parameters.size() != 1)
             error = ServoError::DataLength;
-        else if (!QByteArray("\x01\x02\xFF", 3).contains(request.parameters[0]))
+        else if (!isFactoryResetMode(quint8(request.parameters[0])))
             error = ServoError::DataRange;
         break;
     default:
@@ -197,11 +202,8 @@ void VirtualServo::reboot()
     updateHardwareError();
 }
 
-bool VirtualServo::factoryReset(quint8 mode)
+void VirtualServo::factoryReset(quint8 mode)
 {
-    if (mode != FactoryResetMode::All && mode != FactoryResetMode::KeepId &&
-        mode != FactoryResetMode::KeepIdAndBaudRate)
-        return false;
     const QByteArray defaults = ServoRegisterTable::factoryDefaults();
     const char keptId = byte(Id);
     const char keptBaudRate = byte(BaudRate);
@@ -212,7 +214,6 @@ bool VirtualServo::factoryReset(quint8 mode)
     if (mode == FactoryResetMode::KeepIdAndBaudRate)
         table[BaudRate] = keptBaudRate;
     reboot();
-    return true;
 }
 
 void VirtualServo::step(double seconds)
@@ -283,9 +284,15 @@ void VirtualServo::integrate(double dt)
         acceleration = (torque - Friction * velocityRadPerSec) / Inertia;
     }
 
+    const double before = velocityRadPerSec;
     velocityRadPerSec += acceleration * dt;
     if (enabled)
         velocityRadPerSec = clampMagnitude(velocityRadPerSec, speedLimit);
+    // Held at the speed limit, the motor pushes only what keeps it there, not what the
+    // command asked for; the load, the current and the heat follow that.
+    const double applied =
+        Inertia * (velocityRadPerSec - before) / dt + Friction * velocityRadPerSec;
+    torqueNm = enabled ? std::min(std::abs(applied), torqueLimit) : 0;
     positionCounts += velocityRadPerSec * dt * CountsPerRadian;
 
     const int mode = byte(OperatingMode);
@@ -301,7 +308,6 @@ void VirtualServo::integrate(double dt)
         positionCounts -= std::copysign(2 * (MaxPosition + 1), positionCounts);
     }
 
-    torqueNm = enabled ? std::abs(Inertia * acceleration + Friction * velocityRadPerSec) : 0;
     const double currentAmps = enabled ? (IdleCurrent / 1000 + torqueNm / TorquePerAmp) : 0;
     const double steadyRise = HeatingPerAmpSquared * currentAmps * currentAmps;
     temperatureCelsius +=
@@ -316,11 +322,8 @@ void VirtualServo::updateHardwareError()
     const int voltage = byte(ActualVoltage);
     if (voltage < byte(MinVoltageLimit) || voltage > byte(MaxVoltageLimit))
         error |= HardwareErrorBit::InputVoltage;
-    // Once hot, the motor stays off until it has cooled well below the limit, as a
-    // protective cut-out does, rather than flickering on and off at the limit.
-    const bool wasHot = byte(HardwareError) & HardwareErrorBit::Overheating;
-    const double cutIn = byte(TemperatureLimit) - (wasHot ? CoolingMargin : 0);
-    if (temperatureCelsius > cutIn) {
+    // Clearing control enable keeps the motor off until the host enables it again.
+    if (temperatureCelsius > byte(TemperatureLimit)) {
         error |= HardwareErrorBit::Overheating;
         table[ControlEnable] = 0;
     }

@@ -28,16 +28,12 @@ public:
     // Runs the motor and the sensors for `seconds` of simulated time.
     void step(double seconds);
 
-    void reboot();
-    // False for an unknown mode, which changes nothing.
-    bool factoryReset(quint8 mode);
-
-    // Internal motor state, for tests: position in counts and speed in rad/s.
-    double position() const { return positionCounts; }
+    // Signed speed in rad/s; the register holds only its magnitude.
     double velocity() const { return velocityRadPerSec; }
-    double temperature() const { return temperatureCelsius; }
 
 private:
+    void reboot();
+    void factoryReset(quint8 mode);
     int byte(int address) const;
     void store(int address, int width, qint64 value);
     quint8 statusError(quint8 error) const;
