@@ -88,26 +88,31 @@ std::vector<BusReply> VirtualBus::transfer(const Packet &request, int requestSiz
             answering[servo.id()].push_back(&station);
     }
 
+    // A broadcast changes every servo but only a ping is answered.
+    const bool answers = !broadcast || request.instruction == Instruction::Ping;
     std::vector<BusReply> replies;
     qint64 lineFree = requestEnd;
     for (auto &[id, group] : answering) {
         QByteArray merged;
         int delay = 0;
-        Station *sender = nullptr;
+        std::vector<Station *> senders;
         for (Station *station : group) {
+            // Taken before the instruction: a new return delay applies to later replies.
+            const int ownDelay = station->servo->returnDelayMicroseconds();
             const Packet status = station->servo->handle(request);
-            delay = std::max(delay, station->servo->returnDelayMicroseconds());
+            if (!answers || strikes({station}, BusFault::Drop))
+                continue;
+            delay = std::max(delay, ownDelay);
             const QByteArray bytes = PacketCodec::encode(status);
             merged = merged.isNull() ? bytes : collide(merged, bytes);
-            sender = station;
+            senders.push_back(station);
         }
-        // A broadcast changes every servo but only a ping is answered.
-        if (broadcast && request.instruction != Instruction::Ping)
+        if (senders.empty())
             continue;
         const qint64 due =
             lineFree + qint64(delay) * 1000 + wireNanoseconds(merged.size(), hostBaudRate);
         lineFree = due;
-        const auto damaged = damage(*sender, merged, due, hostBaudRate);
+        const auto damaged = damage(senders, merged, due, hostBaudRate);
         replies.insert(replies.end(), damaged.begin(), damaged.end());
     }
     std::stable_sort(replies.begin(), replies.end(), [](const BusReply &a, const BusReply &b) {
@@ -128,33 +133,37 @@ QByteArray VirtualBus::collide(const QByteArray &first, const QByteArray &second
     return result;
 }
 
-bool VirtualBus::strikes(Station &station, BusFault fault)
+// Every sender uses up its own count, so each is asked even after one has struck.
+bool VirtualBus::strikes(const std::vector<Station *> &senders, BusFault fault)
 {
-    FaultSetting &setting = station.faults[int(fault)];
-    if (setting.remaining > 0) {
-        --setting.remaining;
-        return true;
+    bool struck = false;
+    for (Station *station : senders) {
+        FaultSetting &setting = station->faults[int(fault)];
+        if (setting.remaining > 0) {
+            --setting.remaining;
+            struck = true;
+        } else if (setting.probability > 0 &&
+                   std::uniform_real_distribution<double>(0, 1)(random) < setting.probability) {
+            struck = true;
+        }
     }
-    return setting.probability > 0 &&
-           std::uniform_real_distribution<double>(0, 1)(random) < setting.probability;
+    return struck;
 }
 
-std::vector<BusReply> VirtualBus::damage(Station &station, const QByteArray &reply, qint64 due,
-                                         int hostBaudRate)
+std::vector<BusReply> VirtualBus::damage(const std::vector<Station *> &senders,
+                                         const QByteArray &reply, qint64 due, int hostBaudRate)
 {
-    if (strikes(station, BusFault::Drop))
-        return {};
     QByteArray bytes = reply;
-    if (strikes(station, BusFault::Corrupt)) {
+    if (strikes(senders, BusFault::Corrupt)) {
         const int index = std::uniform_int_distribution<int>(0, bytes.size() - 1)(random);
         bytes[index] = char(bytes[index] ^ 0x5A);
     }
-    if (strikes(station, BusFault::Truncate)) {
+    if (strikes(senders, BusFault::Truncate)) {
         const int keep = std::uniform_int_distribution<int>(1, bytes.size() - 1)(random);
         due -= wireNanoseconds(bytes.size() - keep, hostBaudRate);
         bytes.truncate(keep);
     }
-    if (strikes(station, BusFault::Garbage)) {
+    if (strikes(senders, BusFault::Garbage)) {
         const int count = std::uniform_int_distribution<int>(1, MaxGarbageBytes)(random);
         QByteArray noise;
         // Never 0xFF, so that the noise cannot pass for the start of a header.
@@ -163,10 +172,10 @@ std::vector<BusReply> VirtualBus::damage(Station &station, const QByteArray &rep
         bytes.prepend(noise);
         due += wireNanoseconds(count, hostBaudRate);
     }
-    if (strikes(station, BusFault::Late))
+    if (strikes(senders, BusFault::Late))
         due += LateReplyNanoseconds;
     std::vector<BusReply> result{{bytes, due}};
-    if (strikes(station, BusFault::Twice))
+    if (strikes(senders, BusFault::Twice))
         result.push_back({bytes, due + wireNanoseconds(bytes.size(), hostBaudRate)});
     return result;
 }

@@ -63,9 +63,11 @@ private:
     };
 
     void advanceServos();
-    bool strikes(Station &station, BusFault fault);
-    std::vector<BusReply> damage(Station &station, const QByteArray &reply, qint64 due,
-                                 int hostBaudRate);
+    // A fault strikes a reply when it strikes any of the servos that sent it; a servo
+    // whose reply is dropped does not take part in a collision.
+    bool strikes(const std::vector<Station *> &senders, BusFault fault);
+    std::vector<BusReply> damage(const std::vector<Station *> &senders, const QByteArray &reply,
+                                 qint64 due, int hostBaudRate);
     static QByteArray collide(const QByteArray &first, const QByteArray &second);
 
     mutable QMutex mutex;

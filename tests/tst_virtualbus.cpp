@@ -78,13 +78,13 @@ private slots:
         bus.addServo(1, 1000000)->setValue(ServoRegister::ReturnDelay, 1, 50);
         bus.addServo(2, 1000000);
         bus.addServo(3, 57600);
-        const auto fast = send(bus, readRequest(1, 0, 118));
-        QCOMPARE(fast.size(), size_t(1));
-        QCOMPARE(fast.front().bytes.size(), 129);
+        const auto dueOf = [&](const Packet &request, int baudRate = 1000000) {
+            return send(bus, request, baudRate).at(0).dueNanoseconds;
+        };
         // 14 request and 129 reply bytes of 10 us each, and 50 x 2 us of return delay.
-        QCOMPARE(fast.front().dueNanoseconds, 1'000'000 + (14 + 129) * 10'000 + 100'000);
-        QCOMPARE(send(bus, readRequest(3, 0, 118), 57600).front().dueNanoseconds,
-                 1'000'000 + VirtualBus::wireNanoseconds(14 + 129, 57600) + 20'000);
+        QCOMPARE(dueOf(readRequest(1, 0, 118)), 1'000'000 + (14 + 129) * 10'000 + 100'000);
+        // 1430 bits at 57,600 baud, and the factory 10 x 2 us.
+        QCOMPARE(dueOf(readRequest(3, 0, 118), 57600), 1'000'000 + 24'826'388 + 20'000);
 
         // A broadcast ping is answered in id order, one reply after another.
         const auto replies = send(bus, {BroadcastId, Instruction::Ping, {}});
@@ -93,107 +93,105 @@ private slots:
         QCOMPARE(decode(replies[1].bytes)->id, quint8(2));
         QVERIFY(replies[1].dueNanoseconds - replies[0].dueNanoseconds >=
                 VirtualBus::wireNanoseconds(replies[1].bytes.size(), 1000000));
+
+        // A new return delay of 250 x 2 us applies from the next reply on.
+        QCOMPARE(dueOf({2, Instruction::Write, QByteArray("\x05\x00\xFA", 3)}),
+                 1'000'000 + (13 + 11) * 10'000 + 20'000);
+        QCOMPARE(dueOf({2, Instruction::Ping, {}}), 1'000'000 + (10 + 14) * 10'000 + 500'000);
     }
 
     void sharedIdCollides()
     {
         VirtualBus bus(std::make_shared<ManualBusClock>());
         bus.addServo(7, 1000000);
-        bus.addServo(7, 1000000);
+        const auto other = bus.addServo(8, 1000000);
+        bus.injectFault(7, BusFault::Drop, 1);
+        other->setValue(ServoRegister::Id, 1, 7);
+        // The first servo's reply is dropped, so the other's comes through whole.
+        const auto whole = decode(send(bus, readRequest(7, 0, 4)).at(0).bytes);
+        QVERIFY(whole && whole->parameters.size() == 5);
         const auto replies = send(bus, readRequest(7, 0, 4));
         QCOMPARE(replies.size(), size_t(1));
         QCOMPARE(replies.front().bytes.size(), PacketCodec::statusPacketSize(4));
         QVERIFY(!decode(replies.front().bytes));
     }
 
-    void newBaudRateAppliesAfterTheReply()
+    void newIdAndBaudRateApplyAfterTheReply()
     {
         VirtualBus bus(std::make_shared<ManualBusClock>());
         bus.addServo(1, 1000000);
         const auto replies = send(bus, {1, Instruction::Write, QByteArray("\x04\x00\x22", 3)});
         QCOMPARE(decode(replies.at(0).bytes)->parameters, QByteArray(1, '\0'));
         QVERIFY(send(bus, {1, Instruction::Ping, {}}).empty());
-        QCOMPARE(send(bus, {1, Instruction::Ping, {}}, 57600).size(), size_t(1));
+        const Packet newId{1, Instruction::Write, QByteArray("\x03\x00\x09", 3)};
+        QCOMPARE(decode(send(bus, newId, 57600).at(0).bytes)->id, quint8(1));
+        QCOMPARE(send(bus, {9, Instruction::Ping, {}}, 57600).size(), size_t(1));
     }
 
     void clockMovesTheServos()
     {
         auto clock = std::make_shared<ManualBusClock>();
         VirtualBus bus(clock);
-        bus.addServo(1, 1000000);
-        send(bus, {1, Instruction::Write, QByteArray("\x4E\x00\xE8\x03\x00\x00", 6)});
-        send(bus, {1, Instruction::Write, QByteArray("\x30\x00\x01", 3)});
+        const auto servo = bus.addServo(1, 1000000);
+        servo->setValue(ServoRegister::TargetPosition, 4, 1000);
+        servo->setValue(ServoRegister::ControlEnable, 1, 1);
         clock->advance(5'000'000'000);
-        const auto replies = send(bus, readRequest(1, ServoRegister::ActualPosition, 4));
-        QCOMPARE(decode(replies.front().bytes)->parameters, QByteArray("\x00\xE8\x03\x00\x00", 5));
+        send(bus, {1, Instruction::Ping, {}});
+        QCOMPARE(servo->value(ServoRegister::ActualPosition, 4), 1000u);
     }
 
     void faultsForTheNextReplies_data()
     {
         QTest::addColumn<BusFault>("fault");
-        QTest::newRow("drop") << BusFault::Drop;
-        QTest::newRow("corrupt") << BusFault::Corrupt;
-        QTest::newRow("truncate") << BusFault::Truncate;
-        QTest::newRow("garbage") << BusFault::Garbage;
-        QTest::newRow("late") << BusFault::Late;
-        QTest::newRow("twice") << BusFault::Twice;
+        QTest::addColumn<double>("probability");
+        QTest::addColumn<int>("replyCount");
+        QTest::newRow("drop") << BusFault::Drop << 0.0 << 0;
+        QTest::newRow("corrupt") << BusFault::Corrupt << 0.0 << 1;
+        QTest::newRow("truncate") << BusFault::Truncate << 0.0 << 1;
+        QTest::newRow("garbage") << BusFault::Garbage << 0.0 << 1;
+        QTest::newRow("late") << BusFault::Late << 0.0 << 1;
+        QTest::newRow("twice") << BusFault::Twice << 0.0 << 2;
+        QTest::newRow("drop every reply") << BusFault::Drop << 1.0 << 0;
     }
 
     void faultsForTheNextReplies()
     {
         QFETCH(BusFault, fault);
+        QFETCH(double, probability);
+        QFETCH(int, replyCount);
 
         VirtualBus bus(std::make_shared<ManualBusClock>());
         bus.addServo(1, 1000000);
         const Packet request = readRequest(1, 0, 10);
         const BusReply clean = send(bus, request).at(0);
-
-        bus.injectFault(1, fault, 2);
+        if (probability > 0)
+            bus.setFaultProbability(1, fault, probability);
+        else
+            bus.injectFault(1, fault, 2);
         for (int i = 0; i < 2; ++i) {
             const auto replies = send(bus, request);
-            QCOMPARE(replies.size(), size_t(fault == BusFault::Drop    ? 0
-                                            : fault == BusFault::Twice ? 2
-                                                                       : 1));
+            QCOMPARE(int(replies.size()), replyCount);
             if (replies.empty())
                 continue;
             const QByteArray &bytes = replies[0].bytes;
-            switch (fault) {
-            case BusFault::Corrupt:
-                QCOMPARE(bytes.size(), clean.bytes.size());
-                QVERIFY(!decode(bytes) || !(*decode(bytes) == *decode(clean.bytes)));
-                break;
-            case BusFault::Truncate:
-                QVERIFY(bytes.size() < clean.bytes.size() && clean.bytes.startsWith(bytes));
-                break;
-            case BusFault::Garbage:
-                QVERIFY(bytes.size() > clean.bytes.size() && bytes.endsWith(clean.bytes));
-                QCOMPARE(*decode(bytes), *decode(clean.bytes));
-                break;
-            case BusFault::Late:
+            const int growth = bytes.size() - clean.bytes.size();
+            if (fault == BusFault::Corrupt)
+                QVERIFY(growth == 0 && bytes != clean.bytes);
+            else if (fault == BusFault::Truncate)
+                QVERIFY(growth < 0 && clean.bytes.startsWith(bytes));
+            else if (fault == BusFault::Garbage)
+                QVERIFY(growth > 0 && bytes.endsWith(clean.bytes) &&
+                        decode(bytes) == decode(clean.bytes));
+            else if (fault == BusFault::Late)
                 QVERIFY(replies[0].dueNanoseconds >=
                         clean.dueNanoseconds + VirtualBus::LateReplyNanoseconds);
-                break;
-            default:
-                QVERIFY(bytes == clean.bytes && replies[1].bytes == clean.bytes);
-                QVERIFY(replies[1].dueNanoseconds > replies[0].dueNanoseconds);
-            }
+            else if (fault == BusFault::Twice)
+                QVERIFY(bytes == clean.bytes && replies[1].bytes == clean.bytes &&
+                        replies[1].dueNanoseconds > replies[0].dueNanoseconds);
         }
+        if (probability > 0)
+            bus.clearFaults();
         QCOMPARE(send(bus, request).at(0).bytes, clean.bytes);
-    }
-
-    void faultProbability()
-    {
-        VirtualBus bus(std::make_shared<ManualBusClock>());
-        bus.addServo(1, 1000000);
-        const Packet ping{1, Instruction::Ping, {}};
-        bus.setFaultProbability(1, BusFault::Drop, 0.5);
-        int dropped = 0;
-        for (int i = 0; i < 400; ++i)
-            dropped += send(bus, ping).empty() ? 1 : 0;
-        QVERIFY2(dropped > 120 && dropped < 280, qPrintable(QString::number(dropped)));
-        bus.clearFaults();
-        for (int i = 0; i < 50; ++i)
-            QCOMPARE(send(bus, ping).size(), size_t(1));
     }
 
     void backendDeliversAtTheDueTime()
