@@ -5,9 +5,11 @@
 
 namespace {
 
-// Timers are good to a millisecond at best; the last stretch before a reply is due is
-// slept precisely instead, so a reply is neither early nor late by a timer tick.
-constexpr qint64 SleepWindowNs = 2'000'000;
+// Timers count whole milliseconds and fire a little late, so the last stretch before a
+// reply is due is slept instead. It blocks the owner's thread, so it is kept to what a
+// timer rounded up to the millisecond leaves, plus its usual lateness.
+constexpr qint64 SleepWindowNs = 1'200'000;
+constexpr qint64 MillisecondNs = 1'000'000;
 
 } // namespace
 
@@ -76,5 +78,7 @@ void ReplyQueue::arm()
         timer.stop();
         return;
     }
-    timer.start(int(std::max<qint64>(0, wait - SleepWindowNs) / 1'000'000));
+    // Rounded up: a timer that fired before the window would only be armed again.
+    const qint64 untilWindow = std::max<qint64>(0, wait - SleepWindowNs);
+    timer.start(int((untilWindow + MillisecondNs - 1) / MillisecondNs));
 }

@@ -7,8 +7,8 @@
 #include <functional>
 
 // Replies on their way to the host: each becomes readable at its due time, which a
-// single-shot timer in the owner's thread announces, sleeping out the last
-// two milliseconds for precision.
+// single-shot timer in the owner's thread announces, sleeping out at most the last
+// 1.2 ms for precision.
 class ReplyQueue : public QObject
 {
     Q_OBJECT
