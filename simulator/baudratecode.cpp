@@ -1,5 +1,6 @@
 #include "simulator/baudratecode.h"
 
+#include <QtGlobal>
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
@@ -32,6 +33,6 @@ int BaudRateCode::nearest(int baudRate)
 
 bool BaudRateCode::matches(int code, int hostBaudRate)
 {
-    const int servoRate = rate(code);
+    const qint64 servoRate = rate(code);
     return std::abs(hostBaudRate - servoRate) * 100 <= servoRate * 3;
 }

@@ -3,14 +3,16 @@
 #include "simulator/bridge/pseudoterminal.h"
 #include "simulator/bridge/ptybridge.h"
 #include "simulator/bridge/signalwatcher.h"
-#include "simulator/servoregisters.h"
+#include "simulator/bridgefolder.h"
 #include "simulator/virtualbus.h"
 #include "simulator/virtualservo.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QRegularExpression>
+#include <algorithm>
 #include <cstdio>
+#include <limits>
 
 namespace {
 
@@ -31,32 +33,55 @@ QString addServo(VirtualBus &bus, const QString &text)
 {
     const auto match = QRegularExpression("^(\\d{1,3})@(\\d+)$").match(text);
     const int id = match.captured(1).toInt();
-    const int baudRate = match.captured(2).toInt();
+    bool rateIsNumber = false;
+    const int baudRate = match.captured(2).toInt(&rateIsNumber);
     if (!match.hasMatch() || id > 253)
         return QString("--servo %1: expected ID@BAUD with an id from 0 to 253").arg(text);
-    if (!BaudRateCode::matches(BaudRateCode::nearest(baudRate), baudRate))
-        return QString("--servo %1: a Zelvar servo cannot run at %2 baud").arg(text).arg(baudRate);
+    if (!rateIsNumber || !BaudRateCode::matches(BaudRateCode::nearest(baudRate), baudRate))
+        return QString("--servo %1: a Zelvar servo cannot run at %2 baud")
+            .arg(text, match.captured(2));
     bus.addServo(quint8(id), baudRate);
     return {};
+}
+
+bool hasServo(const VirtualBus &bus, int id)
+{
+    const auto servos = bus.servos();
+    return std::any_of(servos.begin(), servos.end(),
+                       [id](const auto &servo) { return servo->id() == id; });
 }
 
 // ID:KIND:N for the next N replies, ID:KIND:P% for a probability.
 QString addFault(VirtualBus &bus, const QString &text)
 {
-    const auto match =
-        QRegularExpression("^(\\d{1,3}):([a-z]+):(\\d+(?:\\.\\d+)?)(%?)$").match(text);
+    const auto match = QRegularExpression("^(\\d+):([a-z]+):(\\d+(?:\\.\\d+)?)(%?)$").match(text);
     const FaultName *kind = nullptr;
     for (const FaultName &name : faultNames) {
         if (match.captured(2) == QLatin1String(name.name))
             kind = &name;
     }
     if (!match.hasMatch() || !kind)
-        return QString("--fault %1: expected ID:KIND:N or ID:KIND:P%").arg(text);
-    const quint8 id = quint8(match.captured(1).toInt());
-    if (match.captured(4).isEmpty())
-        bus.injectFault(id, kind->fault, match.captured(3).toInt());
-    else
-        bus.setFaultProbability(id, kind->fault, match.captured(3).toDouble() / 100);
+        return QString("--fault %1: expected ID:KIND:N or ID:KIND:P%, KIND one of drop, corrupt, "
+                       "truncate, garbage, late, twice")
+            .arg(text);
+    bool idIsNumber = false;
+    const int id = match.captured(1).toInt(&idIsNumber);
+    if (!idIsNumber || !hasServo(bus, id))
+        return QString("--fault %1: no servo has the id %2").arg(text, match.captured(1));
+    if (match.captured(4).isEmpty()) {
+        bool countIsNumber = false;
+        const int replies = match.captured(3).toInt(&countIsNumber);
+        if (!countIsNumber || replies < 1)
+            return QString("--fault %1: N must be a whole number from 1 to %2")
+                .arg(text)
+                .arg(std::numeric_limits<int>::max());
+        bus.injectFault(quint8(id), kind->fault, replies);
+    } else {
+        const double percent = match.captured(3).toDouble();
+        if (percent <= 0 || percent > 100)
+            return QString("--fault %1: P must be above 0 and at most 100").arg(text);
+        bus.setFaultProbability(quint8(id), kind->fault, percent / 100);
+    }
     return {};
 }
 
@@ -80,7 +105,8 @@ int main(int argc, char *argv[])
     parser.addHelpOption();
     const QCommandLineOption servo("servo",
                                    "A servo with this id at this baud rate (repeatable). "
-                                   "Default: 0@1000000, 1@1000000 (wheel mode), 3@57600.",
+                                   "Default: 0@1000000, 1@1000000 (wheel mode), 3@57600 "
+                                   "(joint mode).",
                                    "ID@BAUD");
     const QCommandLineOption fault("fault",
                                    "Spoil replies of servo ID (repeatable): the next N, or P% "
@@ -107,6 +133,11 @@ int main(int argc, char *argv[])
             return fail(error);
     }
 
+    // Before anything is registered, so that no signal can end the bridge without
+    // removing what it registered.
+    SignalWatcher signalWatcher;
+    QObject::connect(&signalWatcher, SIGNAL(terminationRequested()), &application, SLOT(quit()));
+
     PseudoTerminal terminal;
     if (const QString error = terminal.open(); !error.isEmpty())
         return fail(error);
@@ -121,12 +152,9 @@ int main(int argc, char *argv[])
     }
 
     PtyBridge bridge(terminal, bus);
-    SignalWatcher signalWatcher;
-    QObject::connect(&signalWatcher, SIGNAL(terminationRequested()), &application, SLOT(quit()));
-
     printf("%s\n", qPrintable(terminal.slavePath()));
     fflush(stdout);
     fprintf(stderr, "Listed as \"%s\" in %s\n", qPrintable(parser.value(name)),
-            qPrintable(BridgeRegistration::folder()));
+            qPrintable(bridgeFolder()));
     return application.exec();
 }

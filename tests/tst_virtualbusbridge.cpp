@@ -1,3 +1,4 @@
+#include "simulator/bridgefolder.h"
 #include "zelvarserialportinterface.h"
 
 #include <QProcess>
@@ -27,8 +28,8 @@ private slots:
             bridge.waitForFinished(10000);
         }
         // A killed bridge cannot remove its own entry.
-        QFile::remove(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
-                      "/zelvar-virtual-bus/" + bridgeName);
+        QFile::remove(bridgeFolder() + '/' + bridgeName);
+        QFile::remove(bridgeFolder() + '/' + bridgeName + ".pid");
     }
 
     void readsWritesAndReadsBack()

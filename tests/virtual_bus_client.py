@@ -1,13 +1,15 @@
 #!/usr/bin/env python3
 """An independent Protocol 2.0 client, written from the public protocol documentation
 with nothing but the standard library, that checks zelvar-virtual-bus end to end:
-ping, read, write, reboot and factory reset over the bridge's pseudo-terminal.
+ping, read, write, reboot and factory reset over the bridge's pseudo-terminal; then
+that the bridge ends cleanly on a signal and refuses options that make no sense.
 
 Usage: virtual_bus_client.py PATH-TO-zelvar-virtual-bus
 """
 
 import os
 import select
+import shutil
 import signal
 import struct
 import subprocess
@@ -117,69 +119,83 @@ def expect(condition, what):
         raise AssertionError(what)
 
 
+def start_bridge(bridge_path, env, name, *options):
+    bridge = subprocess.Popen([bridge_path, "--name", name, *options],
+                              stdout=subprocess.PIPE, text=True, env=env)
+    path = bridge.stdout.readline().strip()
+    expect(path.startswith("/dev/"), "the bridge prints its terminal")
+    return bridge, path
+
+
+def check_session(bus):
+    servo_id, error, _ = bus.request(1, INST_PING)
+    expect((servo_id, error) == (1, 0), "ping answered")
+    _, error, table = bus.request(1, INST_READ, struct.pack("<HH", 0, 118))
+    expect(error == 0 and len(table) == 118, "118-byte read")
+    expect(table[3] == 1 and table[4] == 1, "id and baud-rate code in the table")
+
+    _, error, _ = bus.request(1, INST_WRITE, struct.pack("<HB", 5, 42))
+    expect(error == 0, "write accepted")
+    _, _, delay = bus.request(1, INST_READ, struct.pack("<HH", 5, 1))
+    expect(delay == bytes([42]), "write took effect")
+    _, error, _ = bus.request(1, INST_REBOOT)
+    expect(error == 0, "reboot answered")
+    _, error, _ = bus.request(1, INST_FACTORY_RESET, bytes([0x02]))
+    expect(error == 0, "factory reset answered")
+    _, _, delay = bus.request(1, INST_READ, struct.pack("<HH", 5, 1))
+    expect(delay != bytes([42]), "factory reset restored the return delay")
+
+    bus.set_baud(57600)
+    expect(bus.request(3, INST_PING) is None, "the injected drop swallows one reply")
+    _, error, _ = bus.request(3, INST_FACTORY_RESET, bytes([0xFF]))
+    expect(error == 0, "full factory reset answered at the old id")
+    bus.set_baud(1000000)
+    servo_id, _, _ = bus.request(BROADCAST, INST_PING)
+    expect(servo_id == 0, "after a full reset the servo is id 0 at 1,000,000 baud")
+    servo_id, _, _ = bus.status()
+    expect(servo_id == 1, "a broadcast ping is answered by every servo in turn")
+
+
+def stop(bridge, listed, sig):
+    """A bridge ended by `sig` exits normally and takes its port-list entry with it."""
+    bridge.send_signal(sig)
+    expect(bridge.wait(timeout=10) == 0, "the bridge ends cleanly on %s" % sig.name)
+    expect(not os.path.lexists(listed) and not os.path.lexists(listed + ".pid"),
+           "the bridge removes its port-list entry on %s" % sig.name)
+
+
+def check_refused(bridge_path, env, option, value):
+    done = subprocess.run([bridge_path, option, value], env=env, capture_output=True,
+                          text=True, timeout=10)
+    expect(done.returncode != 0 and value in done.stderr, "%s %s is refused" % (option, value))
+
+
 def main():
     bridge_path = sys.argv[1]
-    runtime = os.environ.get("XDG_RUNTIME_DIR") or tempfile.mkdtemp()
-    os.environ["XDG_RUNTIME_DIR"] = runtime
-    # The runtime folder must be private, or the bridge falls back to a shared one.
-    os.chmod(runtime, 0o700)
+    # A private runtime folder of its own, so that no real port list sees the test bus.
+    runtime = tempfile.mkdtemp()
+    env = dict(os.environ, XDG_RUNTIME_DIR=runtime)
     listed = os.path.join(runtime, "zelvar-virtual-bus", "client-test-bus")
-    bridge = subprocess.Popen(
-        [bridge_path, "--name", "client-test-bus", "--servo", "1@1000000",
-         "--servo", "3@57600", "--fault", "3:drop:1"],
-        stdout=subprocess.PIPE, text=True)
+    bridge, path = start_bridge(bridge_path, env, "client-test-bus", "--servo", "1@1000000",
+                                "--servo", "3@57600", "--fault", "3:drop:1")
     try:
-        path = bridge.stdout.readline().strip()
-        expect(path.startswith("/dev/"), "the bridge prints its terminal")
         expect(os.path.realpath(listed) == path, "the bridge lists itself")
+        with open(listed + ".pid") as record:
+            expect(int(record.read()) == bridge.pid, "the entry names the bridge's process")
         bus = Bus(path, 1000000)
-
-        servo_id, error, params = bus.request(1, INST_PING)
-        expect((servo_id, error) == (1, 0), "ping answered")
-        expect(struct.unpack("<H", params[:2])[0] == 0x0105, "model number in the ping")
-        expect(bus.request(3, INST_PING) is None, "id 3 is silent at 1,000,000 baud")
-
-        _, error, table = bus.request(1, INST_READ, struct.pack("<HH", 0, 118))
-        expect(error == 0 and len(table) == 118, "118-byte read")
-        expect(table[3] == 1 and table[4] == 1, "id and baud-rate code in the table")
-
-        _, error, _ = bus.request(1, INST_WRITE, struct.pack("<HB", 5, 42))
-        expect(error == 0, "write accepted")
-        _, _, delay = bus.request(1, INST_READ, struct.pack("<HH", 5, 1))
-        expect(delay == bytes([42]), "write took effect")
-        _, error, _ = bus.request(1, INST_WRITE, struct.pack("<HB", 0, 1))
-        expect(error == 7, "model number is read-only")
-
-        _, error, _ = bus.request(1, INST_WRITE, struct.pack("<HB", 48, 1))
-        expect(error == 0, "control enabled")
-        _, error, _ = bus.request(1, INST_REBOOT)
-        expect(error == 0, "reboot answered")
-        _, _, enabled = bus.request(1, INST_READ, struct.pack("<HH", 48, 1))
-        expect(enabled == b"\x00", "reboot disables control")
-
-        _, error, _ = bus.request(1, INST_FACTORY_RESET, bytes([0x02]))
-        expect(error == 0, "factory reset answered")
-        _, _, delay = bus.request(1, INST_READ, struct.pack("<HH", 5, 1))
-        expect(delay != bytes([42]), "factory reset restored the return delay")
-
-        bus.set_baud(57600)
-        expect(bus.request(1, INST_PING) is None, "id 1 is silent at 57,600 baud")
-        expect(bus.request(3, INST_PING) is None, "the injected drop swallows one reply")
-        servo_id, error, _ = bus.request(3, INST_PING)
-        expect((servo_id, error) == (3, 0), "id 3 answers at 57,600 baud")
-        _, error, _ = bus.request(3, INST_FACTORY_RESET, bytes([0xFF]))
-        expect(error == 0, "full factory reset answered at the old id")
-        bus.set_baud(1000000)
-        servo_id, _, _ = bus.request(BROADCAST, INST_PING)
-        expect(servo_id == 0, "after a full reset the servo is id 0 at 1,000,000 baud")
-        servo_id, _, _ = bus.status()
-        expect(servo_id == 1, "a broadcast ping is answered by every servo in turn")
+        check_session(bus)
         bus.close()
+        stop(bridge, listed, signal.SIGTERM)
+        # Closing the terminal that runs a bridge hangs it up.
+        bridge, _ = start_bridge(bridge_path, env, "client-test-bus")
+        stop(bridge, listed, signal.SIGHUP)
+        for value in ("999:drop:1", "2:drop:1", "1:drop:0", "1:drop:99999999999", "1:drop:101%"):
+            check_refused(bridge_path, env, "--fault", value)
+        check_refused(bridge_path, env, "--servo", "1@99999999999")
     finally:
-        bridge.send_signal(signal.SIGTERM)
-        code = bridge.wait(timeout=10)
-    expect(code == 0, "the bridge ends cleanly on SIGTERM")
-    expect(not os.path.lexists(listed), "the bridge removes its port-list entry")
+        if bridge.poll() is None:
+            bridge.kill()
+        shutil.rmtree(runtime)
     print("PASS")
 
 

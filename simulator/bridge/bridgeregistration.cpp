@@ -1,31 +1,39 @@
 #include "simulator/bridge/bridgeregistration.h"
 
+#include "simulator/bridgefolder.h"
+
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 BridgeRegistration::~BridgeRegistration()
 {
     for (const QString &link : links)
         QFile::remove(link);
-}
-
-QString BridgeRegistration::folder()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
-           "/zelvar-virtual-bus";
+    if (!pidFile.isEmpty())
+        QFile::remove(pidFile);
 }
 
 QString BridgeRegistration::addListed(const QString &portName, const QString &target)
 {
-    if (portName.isEmpty() || portName.contains('/'))
+    if (portName.isEmpty() || portName.contains('/') || portName.endsWith(".pid"))
         return QString("\"%1\" cannot name a port").arg(portName);
-    if (!QDir().mkpath(folder()))
-        return QString("Cannot create %1").arg(folder());
-    QFile::setPermissions(folder(),
+    const QString folder = bridgeFolder();
+    if (!QDir().mkpath(folder))
+        return QString("Cannot create %1").arg(folder);
+    QFile::setPermissions(folder,
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-    return addLink(folder() + '/' + portName, target);
+    const QString link = folder + '/' + portName;
+    if (const QString error = addLink(link, target); !error.isEmpty())
+        return error;
+    // Written only once the link is ours, so that another bridge's record stays intact.
+    pidFile = link + ".pid";
+    QFile pid(pidFile);
+    if (!pid.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
+        pid.write(QByteArray::number(QCoreApplication::applicationPid()) + '\n') < 0)
+        return QString("Cannot write %1").arg(pidFile);
+    return {};
 }
 
 QString BridgeRegistration::addLink(const QString &linkPath, const QString &target)

@@ -14,12 +14,13 @@ public:
     BridgeRegistration &operator=(const BridgeRegistration &) = delete;
     ~BridgeRegistration();
 
-    static QString folder();
-
-    // Empty on success, otherwise what went wrong.
+    // Empty on success, otherwise what went wrong. The listed link NAME gets a file
+    // NAME.pid beside it with this process's id, by which a link that outlived a killed
+    // bridge is told apart from a live one: its terminal's number is soon reused.
     QString addListed(const QString &portName, const QString &target);
     QString addLink(const QString &linkPath, const QString &target);
 
 private:
     QStringList links;
+    QString pidFile;
 };

@@ -21,14 +21,14 @@ SignalWatcher::SignalWatcher(QObject *parent)
     struct sigaction action = {};
     action.sa_handler = &SignalWatcher::handle;
     sigemptyset(&action.sa_mask);
-    sigaction(SIGINT, &action, nullptr);
-    sigaction(SIGTERM, &action, nullptr);
+    for (int number : {SIGINT, SIGTERM, SIGHUP})
+        sigaction(number, &action, nullptr);
 }
 
 SignalWatcher::~SignalWatcher()
 {
-    signal(SIGINT, SIG_DFL);
-    signal(SIGTERM, SIG_DFL);
+    for (int number : {SIGINT, SIGTERM, SIGHUP})
+        signal(number, SIG_DFL);
 }
 
 void SignalWatcher::handle(int)

@@ -4,7 +4,8 @@
 
 class QSocketNotifier;
 
-// Turns SIGINT and SIGTERM into a Qt signal, through a pipe that the handler writes.
+// Turns SIGINT, SIGTERM and SIGHUP (its terminal closed) into a Qt signal, through a
+// pipe that the handler writes.
 class SignalWatcher : public QObject
 {
     Q_OBJECT
