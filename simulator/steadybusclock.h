@@ -8,7 +8,11 @@
 class SteadyBusClock : public BusClock
 {
 public:
-    qint64 nanoseconds() const override;
+    qint64 nanoseconds() const override
+    {
+        const auto elapsed = std::chrono::steady_clock::now() - start;
+        return std::chrono::duration_cast<std::chrono::nanoseconds>(elapsed).count();
+    }
 
 private:
     std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
