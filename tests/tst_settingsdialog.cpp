@@ -52,7 +52,8 @@ public:
     }
 };
 
-// Brackets every text of the dialog's translation context, and no other.
+// Brackets every text of the dialog's translation context, so a visible text that skips
+// tr() shows bare.
 class BracketingTranslator : public QTranslator
 {
 public:
@@ -91,7 +92,11 @@ class TestSettingsDialog : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { PortProvider::install(ports); }
+    void initTestCase()
+    {
+        PortProvider::install(ports);
+        QCoreApplication::installTranslator(&translator);
+    }
     void init()
     {
         memoryStore.clear();
@@ -102,12 +107,15 @@ private slots:
     {
         {
             SettingsDialog dialog;
+            const SettingsDialog::PortSettings port = dialog.portSettings();
             QCOMPARE(SettingsDialog::instance(), &dialog);
-            QCOMPARE(dialog.portSettings().baudRate, 1000000);
-            QCOMPARE(child(dialog, "baudRateBox")->currentText(), QStringLiteral("1000000"));
+            QCOMPARE(port.baudRate, 1000000);
+            // The rate is read back from the box's text, so that text stays untranslated.
+            QCOMPARE(QStringList({child(dialog, "baudRateBox")->currentText(), port.dataBitsText,
+                                  port.parityText, port.stopBitsText}),
+                     QStringList({"1000000", "[8]", "[None]", "[1]"}));
             // No stored port: the first listed one is taken.
-            QCOMPARE(dialog.portSettings().portName,
-                     child(dialog, "serialPortInfoListBox")->itemText(0));
+            QCOMPARE(port.portName, child(dialog, "serialPortInfoListBox")->itemText(0));
             QCOMPARE(unitValues(dialog.units()), QVector<int>(9, 0));
             QVERIFY(dialog.isModal());
             QVERIFY(writes.isEmpty());
@@ -122,31 +130,17 @@ private slots:
         QCOMPARE(SettingsDialog::instance(), nullptr);
     }
 
-    void parameterTextsAreTranslated()
-    {
-        BracketingTranslator translator;
-        QCoreApplication::installTranslator(&translator);
-        const SettingsDialog dialog;
-        QCoreApplication::removeTranslator(&translator);
-
-        const SettingsDialog::PortSettings port = dialog.portSettings();
-        QCOMPARE(QStringList({port.dataBitsText, port.parityText, port.stopBitsText}),
-                 QStringList({"[8]", "[None]", "[1]"}));
-        // The rate is read back from the box's text, so that stays a plain number.
-        QCOMPARE(port.baudRate, 1000000);
-    }
-
     void portListShowsDetails()
     {
         const SettingsDialog dialog;
         QComboBox *portBox = child(dialog, "serialPortInfoListBox");
         QCOMPARE(portBox->itemData(portBox->findText("zelvar-test-b")).toStringList().join(','),
-                 QStringLiteral("zelvar-test-b,N/A,N/A,/dev/zelvar-test-b,N/A,N/A"));
+                 QStringLiteral("zelvar-test-b,[N/A],[N/A],/dev/zelvar-test-b,[N/A],[N/A]"));
         portBox->setCurrentIndex(portBox->findText("zelvar-test-a"));
         QCOMPARE(child<QLabel>(dialog, "manufacturerLabel")->text(),
-                 QStringLiteral("Manufacturer: Acme"));
+                 QStringLiteral("[Manufacturer: Acme]"));
         QCOMPARE(child<QLabel>(dialog, "pidLabel")->text(),
-                 QStringLiteral("Product Identifier: 6a0f"));
+                 QStringLiteral("[Product Identifier: 6a0f]"));
     }
 
     void storedUnitsCheckButtons_data()
@@ -154,14 +148,13 @@ private slots:
         QTest::addColumn<QString>("key");
         QTest::addColumn<int>("value");
         QTest::addColumn<QString>("checked");
-        QTest::addColumn<int>("index"); // in the units record
-        QTest::addColumn<int>("recorded");
+        QTest::addColumn<QVector<int>>("units");
 
         // clang-format off
-        QTest::newRow("code 1") << "angularVelocity" << 1 << "revsPerMinuteRadioButton" << 0 << 1;
-        QTest::newRow("code 1 after returnDelay") << "servoData" << 1 << "decimalRadioButton" << 8 << 1;
-        QTest::newRow("7 falls back to code 0") << "angle" << 7 << "radiansRadioButton" << 1 << 0;
-        QTest::newRow("single button, 2 checks nothing") << "voltage" << 2 << "" << 4 << 2;
+        QTest::newRow("code 1") << "angularVelocity" << 1 << "revsPerMinuteRadioButton" << QVector<int>{1, 0, 0, 0, 0, 0, 0, 0, 0};
+        QTest::newRow("code 1 after returnDelay") << "servoData" << 1 << "decimalRadioButton" << QVector<int>{0, 0, 0, 0, 0, 0, 0, 0, 1};
+        QTest::newRow("7 falls back to code 0") << "angle" << 7 << "radiansRadioButton" << QVector<int>(9, 0);
+        QTest::newRow("single button, 2 checks nothing") << "voltage" << 2 << "" << QVector<int>{0, 0, 0, 0, 2, 0, 0, 0, 0};
         // clang-format on
     }
 
@@ -170,8 +163,7 @@ private slots:
         QFETCH(QString, key);
         QFETCH(int, value);
         QFETCH(QString, checked);
-        QFETCH(int, index);
-        QFETCH(int, recorded);
+        QFETCH(QVector<int>, units);
 
         memoryStore.insert("units settings/" + key, value);
         const SettingsDialog dialog;
@@ -182,10 +174,7 @@ private slots:
                 checkedButtons << button->objectName();
         }
         QCOMPARE(checkedButtons, checked.isEmpty() ? QStringList() : QStringList{checked});
-
-        QVector<int> expected(9, 0);
-        expected[index] = recorded;
-        QCOMPARE(unitValues(dialog.units()), expected);
+        QCOMPARE(unitValues(dialog.units()), units);
     }
 
     void applyPersistsInOrderAndNeverWritesReturnDelay()
@@ -246,6 +235,7 @@ private slots:
 
 private:
     std::shared_ptr<KnownPorts> ports = std::make_shared<KnownPorts>();
+    BracketingTranslator translator;
 };
 
 QTEST_MAIN(TestSettingsDialog)
