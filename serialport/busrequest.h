@@ -20,7 +20,7 @@ struct BusRequest
     // Parameters of the expected status packet, the error byte included.
     int replyParameters() const { return kind == Kind::Read ? 1 + length : 1; }
 
-    // A newer identical read makes a waiting one pointless: reads change nothing.
+    // A newer identical read makes an older one pointless: reads change nothing.
     bool supersedes(const BusRequest &older) const
     {
         return kind == Kind::Read && older.kind == Kind::Read && id == older.id &&

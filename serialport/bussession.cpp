@@ -77,6 +77,8 @@ bool BusSession::submit(BusRequest request)
     if (!isOpen())
         return false;
     request.sequence = ++lastSequence;
+    if (joinInFlight(request))
+        return true;
     enqueue(std::move(request));
     if (!inFlight)
         sendNext();
@@ -119,6 +121,19 @@ void BusSession::discardHandedOver()
 bool BusSession::isOpen() const
 {
     return backend && backend->isOpen();
+}
+
+bool BusSession::joinInFlight(BusRequest &request)
+{
+    // The scheduler repeats the same read on every tick without waiting for its reply. Were
+    // the repeat queued, a wire slower than the ticks would make every reply stale before
+    // it arrived, and none would ever be handed over. The read on the wire answers the
+    // repeat just as well. Not past a waiting write, whose effect the repeat must see.
+    if (!inFlight || !waiting.empty() || !request.supersedes(*inFlight))
+        return false;
+    inFlight->sequence = request.sequence;
+    inFlight->onData = std::move(request.onData);
+    return true;
 }
 
 void BusSession::enqueue(BusRequest request)

@@ -14,8 +14,9 @@ class SerialPortBackend;
 struct Packet;
 
 // One port and the transactions on it. The bus is half duplex, so one request is on the
-// wire at a time; later ones wait their turn, and only the reply to the most recent
-// request is handed over, so that a caller counting reply bytes stays in step.
+// wire at a time; later ones wait their turn, or ride on the read on the wire when they
+// repeat it, and only the reply to the most recent request is handed over, so that a
+// caller counting reply bytes stays in step.
 class BusSession : public QObject
 {
     Q_OBJECT
@@ -38,6 +39,7 @@ public:
 
 private:
     bool isOpen() const;
+    bool joinInFlight(BusRequest &request);
     void enqueue(BusRequest request);
     void sendNext();
     void processIncoming();

@@ -65,12 +65,33 @@ private slots:
         // Half duplex: the rest wait until the first is answered.
         QCOMPARE(port->written.size(), 1);
         QTRY_COMPARE(replies.size(), 1);
-        // The waiting repeat of a newer read goes; writes never do.
+        // The repeat rides on the read on the wire; the last read waits behind the writes,
+        // whose effect it must see. The waiting repeat of a newer read goes; writes never do.
         QCOMPARE(port->written,
                  QByteArrayList({whole, write, write, PacketCodec::read(5, 3, 2), whole}));
         QCOMPARE(replies[0].size(), 118 + 11);
         QCOMPARE(replies[0].mid(9, 118), servo->registers.left(118));
         QCOMPARE(library->readPendingSerialData(), QByteArray());
+    }
+
+    void repeatedReadTakesOverTheOneOnTheWire()
+    {
+        ScriptedPortBackend *port = open(ServoPort);
+        QVERIFY(port);
+        // As from a polling timer faster than the wire: the same read is asked for again
+        // before each answer arrives.
+        port->setResponder([this, port](const QByteArray &bytes) {
+            QTimer::singleShot(0, port, [this] { library->readData(5, 0, 118, onData()); });
+            return servo->respond(bytes);
+        });
+        int superseded = 0;
+        for (int answered = 1; answered <= 3; ++answered) {
+            QVERIFY(library->readData(5, 0, 118, [&superseded] { ++superseded; }));
+            QTRY_COMPARE_WITH_TIMEOUT(replies.size(), answered, 1000);
+        }
+        QCOMPARE(superseded, 0);
+        QCOMPARE(port->written.size(), 3);
+        QCOMPARE(replies.last().size(), 118 + 11);
     }
 
     void handsOverWholeRepliesOnly_data()
