@@ -3,7 +3,6 @@
 #include "linktiming.h"
 #include "packetcodec.h"
 #include "portcatalog.h"
-#include "qtserialportbackend.h"
 #include "serialportbackend.h"
 
 #include <algorithm>
@@ -11,8 +10,6 @@
 namespace {
 
 constexpr unsigned char SupportedProtocol = 2;
-// The in-process bus and test ports answer through the event loop; this covers a busy one.
-constexpr int ProviderMarginUs = 2000;
 
 void appendLe16(QByteArray &bytes, int value)
 {
@@ -156,8 +153,8 @@ void BusSession::sendNext()
         if (!backend->write(request.packet))
             continue;
         const int replyBytes = PacketCodec::statusPacketSize(request.replyParameters() - 1);
-        const int timeoutUs = LinkTiming::transactionTimeoutUs(request.packet.size(), replyBytes,
-                                                               baudRate, adapterMarginUs());
+        const int timeoutUs = LinkTiming::transactionTimeoutUs(
+            request.packet.size(), replyBytes, baudRate, backend->adapterMarginUs());
         inFlight = std::move(request);
         inFlightTimeoutNs = qint64(timeoutUs) * 1000;
         inFlightClock.start();
@@ -241,13 +238,6 @@ bool BusSession::isPending(quint64 sequence) const
         return true;
     return std::any_of(waiting.begin(), waiting.end(),
                        [sequence](const BusRequest &r) { return r.sequence == sequence; });
-}
-
-int BusSession::adapterMarginUs() const
-{
-    if (const auto *serialPort = dynamic_cast<const QtSerialPortBackend *>(backend.get()))
-        return serialPort->adapterMarginUs();
-    return ProviderMarginUs;
 }
 
 QByteArray BusSession::handoverForm(const BusRequest &request, const Packet &packet)

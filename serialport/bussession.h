@@ -48,7 +48,6 @@ private:
     void abandonInFlight();
     void onBackendFailed();
     bool isPending(quint64 sequence) const;
-    int adapterMarginUs() const;
     static QByteArray handoverForm(const BusRequest &request, const Packet &packet);
 
     const unsigned char protocolVersion;

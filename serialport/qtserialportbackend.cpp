@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <QSerialPortInfo>
+#include <algorithm>
 
 #ifdef Q_OS_LINUX
 #include <linux/serial.h>
@@ -12,7 +13,7 @@
 namespace {
 
 constexpr int HighestCustomRate = 4000000;
-// A USB adapter in low-latency mode, or a pseudo-terminal.
+// A USB adapter in low-latency mode, or a port on the board.
 constexpr int LowLatencyMarginUs = 2000;
 // A pseudo-terminal is served by another process, which the scheduler may keep
 // waiting for a few milliseconds on a busy machine.
@@ -20,10 +21,12 @@ constexpr int PseudoTerminalMarginUs = 10000;
 // USB adapters that refuse low-latency mode hold replies back for up to 16 ms.
 constexpr int BufferedMarginUs = 18000;
 
-bool isUsbAdapter(const QString &location)
+bool isUsbAdapter(const QString &devicePath)
 {
-    const QSerialPortInfo info(location);
-    return info.hasVendorIdentifier();
+    const auto ports = QSerialPortInfo::availablePorts();
+    return std::any_of(ports.begin(), ports.end(), [&devicePath](const QSerialPortInfo &info) {
+        return info.systemLocation() == devicePath && info.hasVendorIdentifier();
+    });
 }
 
 } // namespace
@@ -59,7 +62,7 @@ QString QtSerialPortBackend::open(int baudRate)
         return tr("Cannot open %1: the port refused 8 data bits, no parity, 1 stop bit (%2).")
             .arg(portName, reason);
     }
-    lowLatency = requestLowLatency();
+    marginUs = marginFor(requestLowLatency());
     port.clear();
     return {};
 }
@@ -94,11 +97,21 @@ bool QtSerialPortBackend::waitForReadyRead(int msecs)
     return port.isOpen() && port.waitForReadyRead(msecs);
 }
 
-int QtSerialPortBackend::adapterMarginUs() const
+QString QtSerialPortBackend::devicePath() const
 {
-    if (port.portName().startsWith(QLatin1String("pts/")))
+    const QString location =
+        port.portName().startsWith('/') ? port.portName() : "/dev/" + port.portName();
+    // Through any link to it: udev's by-id links, or the one a bus bridge leaves.
+    const QString resolved = QFileInfo(location).canonicalFilePath();
+    return resolved.isEmpty() ? location : resolved;
+}
+
+int QtSerialPortBackend::marginFor(bool lowLatency) const
+{
+    const QString device = devicePath();
+    if (device.startsWith(QLatin1String("/dev/pts/")))
         return PseudoTerminalMarginUs;
-    return lowLatency || !isUsbAdapter(port.portName()) ? LowLatencyMarginUs : BufferedMarginUs;
+    return lowLatency || !isUsbAdapter(device) ? LowLatencyMarginUs : BufferedMarginUs;
 }
 
 void QtSerialPortBackend::onErrorOccurred(QSerialPort::SerialPortError error)
@@ -121,8 +134,7 @@ QString QtSerialPortBackend::openError(QSerialPort::SerialPortError error) const
         return tr("Cannot open %1: there is no such port.").arg(portName);
     case QSerialPort::PermissionError: {
         // QSerialPort reports a port held by another program as a permission error too.
-        const QFileInfo device(port.portName().startsWith('/') ? port.portName()
-                                                               : "/dev/" + port.portName());
+        const QFileInfo device(devicePath());
         if (device.isReadable() && device.isWritable())
             return tr("Cannot open %1: the port is busy; another program is using it.")
                 .arg(portName);

@@ -19,16 +19,17 @@ public:
     bool write(const QByteArray &bytes) override;
     QByteArray readAll() override;
     bool waitForReadyRead(int msecs) override;
-
-    // Time a reply may lag behind its wire time in the adapter and the kernel.
-    int adapterMarginUs() const;
+    // Settled once the port is open: the kind of port does not change while it is.
+    int adapterMarginUs() const override { return marginUs; }
 
 private:
     void onErrorOccurred(QSerialPort::SerialPortError error);
     QString openError(QSerialPort::SerialPortError error) const;
     bool requestLowLatency();
+    QString devicePath() const;
+    int marginFor(bool lowLatency) const;
 
     QSerialPort port;
     QString portName;
-    bool lowLatency = false;
+    int marginUs = 0;
 };

@@ -1,3 +1,14 @@
 #include "serialportbackend.h"
 
+namespace {
+
+constexpr int EventLoopMarginUs = 2000;
+
+} // namespace
+
 SerialPortBackend::~SerialPortBackend() = default;
+
+int SerialPortBackend::adapterMarginUs() const
+{
+    return EventLoopMarginUs;
+}

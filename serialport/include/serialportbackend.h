@@ -24,6 +24,9 @@ public:
     // Blocks until bytes are waiting or `msecs` have passed, for the calls that must
     // return with their reply (reboot, factory reset). True when bytes are waiting.
     virtual bool waitForReadyRead(int msecs) = 0;
+    // How long a reply may lag behind its wire time on its way in. By default a few
+    // milliseconds, for a bus that answers through a busy event loop.
+    virtual int adapterMarginUs() const;
 
 signals:
     void readyRead();
