@@ -35,6 +35,16 @@ BusSession::~BusSession()
 QString BusSession::open(const QString &portName, int baudRate)
 {
     close();
+    const QString error = openBackend(portName, baudRate);
+    // The backend that saw the port go is gone; a reopen that fails usually fails for
+    // the same cause (the adapter is still unplugged), so the user hears of it here.
+    const QString loss = portName == lost.portName ? lost.reason : QString();
+    lost = {};
+    return error.isEmpty() || loss.isEmpty() ? error : error + ' ' + loss;
+}
+
+QString BusSession::openBackend(const QString &portName, int baudRate)
+{
     if (protocolVersion != SupportedProtocol)
         return tr("Cannot open %1: protocol version %2 is not supported.")
             .arg(portName)
@@ -49,6 +59,7 @@ QString BusSession::open(const QString &portName, int baudRate)
     if (!error.isEmpty())
         return error;
     backend = std::move(candidate);
+    this->portName = portName;
     this->baudRate = baudRate;
     connect(backend.get(), &SerialPortBackend::readyRead, this, &BusSession::processIncoming);
     connect(backend.get(), &SerialPortBackend::failed, this, &BusSession::onBackendFailed);
@@ -73,13 +84,14 @@ bool BusSession::submit(BusRequest request)
 {
     if (!isOpen())
         return false;
-    request.sequence = ++lastSequence;
+    const quint64 sequence = request.sequence = ++lastSequence;
     if (joinInFlight(request))
         return true;
     enqueue(std::move(request));
     if (!inFlight)
         sendNext();
-    return isOpen();
+    // A request whose instruction could not be written has been dropped.
+    return isOpen() && isPending(sequence);
 }
 
 bool BusSession::submitAndWait(BusRequest request)
@@ -223,9 +235,10 @@ void BusSession::abandonInFlight()
     sendNext();
 }
 
-void BusSession::onBackendFailed()
+void BusSession::onBackendFailed(const QString &reason)
 {
     // The backend has closed itself; later requests fail until the port is opened again.
+    lost = {portName, reason};
     timeoutTimer.stop();
     waiting.clear();
     inFlight.reset();

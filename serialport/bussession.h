@@ -38,6 +38,7 @@ public:
     void discardHandedOver();
 
 private:
+    QString openBackend(const QString &portName, int baudRate);
     bool isOpen() const;
     bool joinInFlight(BusRequest &request);
     void enqueue(BusRequest request);
@@ -46,12 +47,13 @@ private:
     void accept(const Packet &packet);
     void onTimeout();
     void abandonInFlight();
-    void onBackendFailed();
+    void onBackendFailed(const QString &reason);
     bool isPending(quint64 sequence) const;
     static QByteArray handoverForm(const BusRequest &request, const Packet &packet);
 
     const unsigned char protocolVersion;
     std::unique_ptr<SerialPortBackend> backend;
+    QString portName;
     int baudRate = 0;
     PacketFramer framer;
     std::deque<BusRequest> waiting;
@@ -61,4 +63,10 @@ private:
     QTimer timeoutTimer;
     quint64 lastSequence = 0;
     QByteArray handedOver;
+    // Why the port was last lost, kept for the next open of that port.
+    struct Loss
+    {
+        QString portName;
+        QString reason;
+    } lost;
 };

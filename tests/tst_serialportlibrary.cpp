@@ -183,13 +183,28 @@ private slots:
 
     void failedPortRefusesRequestsUntilReopened()
     {
-        QVERIFY(open(ServoPort));
+        ScriptedPortBackend *port = open(ServoPort);
+        QVERIFY(port);
+        // A write the port refuses drops its request, though the port stays open.
+        port->writable = false;
+        QVERIFY(!library->writeData(5, 0, "\x01", onData()));
+        QVERIFY(!library->reboot(5, onData()));
+        port->writable = true;
         QVERIFY(library->readData(5, 0, 4, onData()));
-        provider->lastBackend->fail("unplugged");
+        port->fail("The connection was lost: unplugged.");
         QVERIFY(!library->readData(5, 0, 4, onData()));
         QVERIFY(!library->reboot(5, onData()));
         QTest::qWait(20);
         QVERIFY(replies.isEmpty());
+
+        // Still gone: the next open says so, and why it went.
+        PortProvider::uninstall(provider);
+        const QString error = library->openSerialPort(ServoPort, 57600);
+        PortProvider::install(provider);
+        QVERIFY2(error.contains(ServoPort) && error.contains("no such port") &&
+                     error.contains("unplugged"),
+                 qPrintable(error));
+        QVERIFY(!library->readData(5, 0, 4, onData()));
 
         QVERIFY(open(ServoPort));
         QVERIFY(library->readData(5, 0, 4, onData()));

@@ -21,7 +21,7 @@ void ScriptedPortBackend::close()
 
 bool ScriptedPortBackend::write(const QByteArray &bytes)
 {
-    if (!opened)
+    if (!opened || !writable)
         return false;
     written.append(bytes);
     if (responder)

@@ -20,6 +20,8 @@ public:
 
     // Replies arrive in pieces of this size, one event each (0: whole).
     int chunkSize = 0;
+    // False: writes fail while the port stays open.
+    bool writable = true;
     QByteArrayList written;
 
     // Makes `bytes` arrive, as if the bus had sent them unasked.
