@@ -106,14 +106,11 @@ bool PacketFramer::completePacketAfterStart() const
 
 void PacketFramer::clear()
 {
-    discarded += buffer.size();
     buffer.clear();
 }
 
 void PacketFramer::discard(int count)
 {
-    if (count <= 0)
-        return;
-    discarded += count;
-    buffer.remove(0, count);
+    if (count > 0)
+        buffer.remove(0, count);
 }

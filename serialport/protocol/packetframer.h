@@ -20,8 +20,6 @@ public:
     void clear();
 
     int bufferedSize() const { return buffer.size(); }
-    // Bytes thrown away while resynchronising, since construction.
-    qint64 discardedBytes() const { return discarded; }
 
 private:
     enum class Check { Valid, Invalid, Incomplete };
@@ -32,5 +30,4 @@ private:
     void discard(int count);
 
     QByteArray buffer;
-    qint64 discarded = 0;
 };
