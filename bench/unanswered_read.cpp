@@ -1,6 +1,7 @@
 // Cost of a read that nobody answers: the time from one request going out to the next one
 // going out behind it, through the library, at 1,000,000 and 57,600 baud. Measured on an
 // in-process port that stays silent and on a pseudo-terminal that nobody answers.
+#include "bridgefolder.h"
 #include "packetcodec.h"
 #include "portprovider.h"
 #include "serialportbackend.h"
@@ -11,7 +12,6 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QSocketNotifier>
-#include <QStandardPaths>
 #include <algorithm>
 #include <cstdio>
 #include <fcntl.h>
@@ -117,8 +117,7 @@ void measurePseudoTerminal(int baudRate)
         printf("pseudo-terminal: cannot create one\n");
         return;
     }
-    const QString folder =
-        QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + "/zelvar-virtual-bus";
+    const QString folder = BridgeFolder::path();
     QDir().mkpath(folder);
     QFile::remove(folder + "/" + BridgeName);
     QFile::link(QString::fromLocal8Bit(ptsname(master)), folder + "/" + BridgeName);

@@ -1,5 +1,6 @@
 #include "portcatalog.h"
 
+#include "bridgefolder.h"
 #include "portprovider.h"
 #include "qtserialportbackend.h"
 
@@ -10,12 +11,6 @@
 #include <algorithm>
 
 namespace {
-
-QString bridgeFolder()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
-           "/zelvar-virtual-bus";
-}
 
 void sortByName(std::vector<SerialPortItem> &items)
 {
@@ -67,13 +62,12 @@ std::unique_ptr<SerialPortBackend> PortCatalog::createBackend(const QString &por
 std::vector<SerialPortItem> PortCatalog::bridges()
 {
     std::vector<SerialPortItem> items;
-    const QDir folder(bridgeFolder());
+    const QDir folder(BridgeFolder::path());
     if (!folder.exists())
         return items;
     const auto entries = folder.entryInfoList(QDir::System | QDir::Files | QDir::NoDotAndDotDot);
     for (const QFileInfo &entry : entries) {
-        // A bridge that ended without removing its link leaves it dangling.
-        if (!entry.isSymLink() || !QFileInfo::exists(entry.symLinkTarget()))
+        if (!BridgeFolder::isLive(entry))
             continue;
         items.emplace_back(entry.fileName(), QStringLiteral("Virtual bus bridge"), QString(),
                            entry.symLinkTarget(), 0, 0);

@@ -1,9 +1,9 @@
+#include "bridgefolder.h"
 #include "simulator/baudratecode.h"
 #include "simulator/bridge/bridgeregistration.h"
 #include "simulator/bridge/pseudoterminal.h"
 #include "simulator/bridge/ptybridge.h"
 #include "simulator/bridge/signalwatcher.h"
-#include "simulator/bridgefolder.h"
 #include "simulator/virtualbus.h"
 #include "simulator/virtualservo.h"
 
@@ -155,6 +155,6 @@ int main(int argc, char *argv[])
     printf("%s\n", qPrintable(terminal.slavePath()));
     fflush(stdout);
     fprintf(stderr, "Listed as \"%s\" in %s\n", qPrintable(parser.value(name)),
-            qPrintable(bridgeFolder()));
+            qPrintable(BridgeFolder::path()));
     return application.exec();
 }

@@ -1,4 +1,5 @@
 #include "app/mainwindow.h"
+#include "bridgefolder.h"
 #include "device/devicehelper.h"
 #include "settings/settingsdialog.h"
 #include "simulator/busfault.h"
@@ -20,7 +21,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
-#include <QStandardPaths>
 #include <QStatusBar>
 #include <QTableWidget>
 #include <QTimer>
@@ -162,8 +162,10 @@ void TestEndToEnd::cleanupTestCase()
         bridge.kill();
         bridge.waitForFinished(patienceMs);
     }
-    QFile::remove(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
-                  "/zelvar-virtual-bus/" + bridgeName);
+    // The bridge was killed: its registration is left for us to remove.
+    const QString link = BridgeFolder::path() + '/' + bridgeName;
+    QFile::remove(link);
+    QFile::remove(link + ".pid");
 }
 
 void TestEndToEnd::cleanup()

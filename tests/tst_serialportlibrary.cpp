@@ -1,3 +1,4 @@
+#include "bridgefolder.h"
 #include "packetcodec.h"
 #include "scriptedportprovider.h"
 #include "scriptedservo.h"
@@ -5,6 +6,7 @@
 #include "zelvarserialportinterface.h"
 
 #include <QtTest>
+#include <limits>
 
 namespace {
 
@@ -219,11 +221,16 @@ private slots:
 
     void listsVirtualBusesBetweenAdaptersAndOtherPorts()
     {
-        const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
-                               "/zelvar-virtual-bus";
+        const QString folder = BridgeFolder::path();
         QVERIFY(QDir().mkpath(folder));
         QVERIFY(QFile::link("/dev/null", folder + "/bus-bridge"));
         QVERIFY(QFile::link(folder + "/gone", folder + "/dangling-bridge"));
+        // A killed bridge leaves its link to a terminal that someone else may have now.
+        QVERIFY(QFile::link("/dev/null", folder + "/killed-bridge"));
+        QFile record(folder + "/killed-bridge.pid");
+        QVERIFY(record.open(QIODevice::WriteOnly));
+        record.write(QByteArray::number(std::numeric_limits<int>::max()) + '\n');
+        record.close();
 
         // Adapters (with a vendor id) first, then the virtual buses, then the rest.
         QStringList virtualNames;

@@ -1,4 +1,4 @@
-#include "simulator/bridgefolder.h"
+#include "bridgefolder.h"
 #include "zelvarserialportinterface.h"
 
 #include <QProcess>
@@ -28,8 +28,8 @@ private slots:
             bridge.waitForFinished(10000);
         }
         // A killed bridge cannot remove its own entry.
-        QFile::remove(bridgeFolder() + '/' + bridgeName);
-        QFile::remove(bridgeFolder() + '/' + bridgeName + ".pid");
+        QFile::remove(BridgeFolder::path() + '/' + bridgeName);
+        QFile::remove(BridgeFolder::path() + '/' + bridgeName + ".pid");
     }
 
     void readsWritesAndReadsBack()

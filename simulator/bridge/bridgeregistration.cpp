@@ -1,6 +1,6 @@
 #include "simulator/bridge/bridgeregistration.h"
 
-#include "simulator/bridgefolder.h"
+#include "bridgefolder.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -19,7 +19,7 @@ QString BridgeRegistration::addListed(const QString &portName, const QString &ta
 {
     if (portName.isEmpty() || portName.contains('/') || portName.endsWith(".pid"))
         return QString("\"%1\" cannot name a port").arg(portName);
-    const QString folder = bridgeFolder();
+    const QString folder = BridgeFolder::path();
     if (!QDir().mkpath(folder))
         return QString("Cannot create %1").arg(folder);
     QFile::setPermissions(folder,
@@ -39,8 +39,8 @@ QString BridgeRegistration::addListed(const QString &portName, const QString &ta
 QString BridgeRegistration::addLink(const QString &linkPath, const QString &target)
 {
     const QFileInfo existing(linkPath);
-    // Only a link is replaced, and only a dangling one: another bridge may own it.
-    if (existing.isSymLink() && !existing.exists())
+    // Only a link is replaced, and only one whose bridge is gone: another may own it.
+    if (existing.isSymLink() && !BridgeFolder::isLive(existing))
         QFile::remove(linkPath);
     if (!QFile::link(target, linkPath))
         return QString("Cannot create the link %1").arg(linkPath);
