@@ -59,10 +59,13 @@ double ConversionHelper::fromDisplay(double value, int32_t id, int32_t unitIndex
     }
 }
 
-double ConversionHelper::rawToPhysical(int32_t raw, const FieldLimits &limits) const
+double ConversionHelper::rawToPhysical(int32_t raw, const FieldLimits &limits,
+                                       RawOrigin origin) const
 {
-    // The differences are taken as 32-bit integers, as the servo does.
-    const auto offset = static_cast<int32_t>(int64_t(raw) - limits.rawMin);
+    // The differences are taken as 32-bit integers, as the servo does; computed wider
+    // first, so that a raw value far from rawMin wraps instead of overflowing.
+    const int64_t start = origin == RawOrigin::RawMin ? limits.rawMin : 0;
+    const auto offset = static_cast<int32_t>(int64_t(raw) - start);
     const auto span = static_cast<int32_t>(int64_t(limits.rawMax) - limits.rawMin);
     // Records of the combo boxes have an empty range; they show their raw value as index.
     if (span == 0)
@@ -71,16 +74,18 @@ double ConversionHelper::rawToPhysical(int32_t raw, const FieldLimits &limits) c
            limits.physicalMin;
 }
 
-int32_t ConversionHelper::physicalToRaw(double physical, const FieldLimits &limits) const
+int32_t ConversionHelper::physicalToRaw(double physical, const FieldLimits &limits,
+                                        RawOrigin origin) const
 {
+    const double start = origin == RawOrigin::RawMin ? limits.rawMin : 0;
     const double span = limits.physicalMax - limits.physicalMin;
     if (span == 0.0)
-        return limits.rawMin;
-    const double raw = limits.rawMin + (double(limits.rawMax) - limits.rawMin) *
-                                           (physical - limits.physicalMin) / span;
+        return int32_t(start);
+    const double raw =
+        start + (double(limits.rawMax) - limits.rawMin) * (physical - limits.physicalMin) / span;
     // A value typed past the range must not turn into undefined behaviour on the cast.
     if (std::isnan(raw))
-        return limits.rawMin;
+        return int32_t(start);
     constexpr double lowest = std::numeric_limits<int32_t>::min();
     constexpr double highest = std::numeric_limits<int32_t>::max();
     return static_cast<int32_t>(std::trunc(std::clamp(raw, lowest, highest)));

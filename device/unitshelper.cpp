@@ -23,11 +23,6 @@ const std::array<UnitChoice, UnitsHelper::quantityCount> unitTable{{
     {{{u8"μs", 0, 1.0, 0}, noUnit}},
 }};
 
-// Widgets of unitless fields still ask for a precision and a step when a device loads.
-// Three decimals show every unitless range of the servos exactly, and a step of one
-// keeps the integer spin boxes steppable.
-constexpr UnitDescription unitless{"", 3, 1.0, 0};
-
 constexpr std::array<int32_t PhysicalQuantities::*, UnitsHelper::quantityCount> chosenUnit{
     &PhysicalQuantities::angularVelocity,
     &PhysicalQuantities::angle,
@@ -85,19 +80,21 @@ double UnitsHelper::singleStep(int32_t id) const
     return unit(id, unitIndex(id)).singleStep;
 }
 
-double UnitsHelper::rawToDisplay(int32_t raw, const FieldLimits &limits, int32_t id) const
+double UnitsHelper::rawToDisplay(int32_t raw, const FieldLimits &limits, int32_t id,
+                                 RawOrigin origin) const
 {
-    return toDisplay(conversion->rawToPhysical(raw, limits), id);
+    return toDisplay(conversion->rawToPhysical(raw, limits, origin), id);
 }
 
-int32_t UnitsHelper::displayToRaw(double shown, const FieldLimits &limits, int32_t id) const
+int32_t UnitsHelper::displayToRaw(double shown, const FieldLimits &limits, int32_t id,
+                                  RawOrigin origin) const
 {
-    return conversion->physicalToRaw(fromDisplay(shown, id), limits);
+    return conversion->physicalToRaw(fromDisplay(shown, id), limits, origin);
 }
 
 const UnitDescription &UnitsHelper::unit(int32_t id, int32_t unitIndex)
 {
     if (!isQuantity(id))
-        return unitless;
+        return noUnit;
     return unitTable[size_t(id)][unitIndex == 1 ? 1 : 0];
 }

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "device/conversionhelper.h"
+
 #include <QString>
 #include <cstdint>
 #include <memory>
 
-class ConversionHelper;
 struct FieldLimits;
 struct PhysicalQuantities;
 
@@ -35,14 +36,17 @@ public:
     int decimals(int32_t id) const;
     double singleStep(int32_t id) const;
 
+    using RawOrigin = ConversionHelper::RawOrigin;
     // Raw register value to the shown value and back, through the field's limits record.
-    double rawToDisplay(int32_t raw, const FieldLimits &limits, int32_t id) const;
-    int32_t displayToRaw(double shown, const FieldLimits &limits, int32_t id) const;
-
-    // The unit table row; ids without a unit get a neutral row.
-    static const UnitDescription &unit(int32_t id, int32_t unitIndex);
+    double rawToDisplay(int32_t raw, const FieldLimits &limits, int32_t id,
+                        RawOrigin origin = RawOrigin::RawMin) const;
+    int32_t displayToRaw(double shown, const FieldLimits &limits, int32_t id,
+                         RawOrigin origin = RawOrigin::RawMin) const;
 
 private:
+    // The unit table row; ids without a unit get an empty row.
+    static const UnitDescription &unit(int32_t id, int32_t unitIndex);
+
     std::shared_ptr<PhysicalQuantities> quantities;
     std::shared_ptr<ConversionHelper> conversion;
 };
