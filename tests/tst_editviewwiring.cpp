@@ -51,6 +51,8 @@ private slots:
         auto *group = window->findChild<ZelvarParametersGroupBox *>("zelvarPacketStatusGroupBox");
         auto *alert = window->findChild<ZelvarStatusCheckBox *>("alertStatusCheckBox");
         QVERIFY(group && alert);
+        // Laid out like the others before any status came.
+        QVERIFY(alert->styleSheet().contains("spacing"));
 
         group->connected();
         alert->setStatus(true);

@@ -6,6 +6,9 @@
 
 // One status bit as a coloured indicator at the right edge of its group: red while the
 // bit is set and a servo is connected, grey otherwise.
+//
+// setText hides QAbstractButton's non-virtual member; generated form code calls it
+// through this class's pointer.
 class ZelvarStatusCheckBox : public QCheckBox, public IConnectInfo
 {
     Q_OBJECT
@@ -13,6 +16,7 @@ class ZelvarStatusCheckBox : public QCheckBox, public IConnectInfo
 public:
     explicit ZelvarStatusCheckBox(QWidget *parent = nullptr);
 
+    void setText(const QString &text);
     void setStatus(bool on);
 
 public slots:
@@ -21,4 +25,9 @@ public slots:
 
 private:
     bool isConnected = false;
+    // The spacing that puts the indicator at the group's right edge, for this caption
+    // and group width.
+    int spacing = 0;
+    QString measuredText;
+    int measuredGroupWidth = -1;
 };
