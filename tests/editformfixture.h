@@ -9,6 +9,21 @@
 #include <QAction>
 #include <memory>
 
+// The process's device helper, made first: controls listen to it when they connect.
+inline std::shared_ptr<DeviceHelper> deviceHelper()
+{
+    return DeviceHelper::instance(nullptr, [] {});
+}
+
+// Identifies a servo as a connection does, from bytes 5 and 6 of its model-number reply:
+// 12, 0 is the AX-12, anything else the own family.
+inline void loadDevice(bool dynamixelAx12 = false)
+{
+    QByteArray reply(11, '\0');
+    reply[5] = char(dynamixelAx12 ? 12 : 13);
+    deviceHelper()->onModelNumberRead(reply);
+}
+
 // The edit view's form without the view's process-wide helpers, plus the main window's
 // connect and disconnect actions. Header-only: only test targets generate ui_editview.h.
 class EditFormFixture
@@ -32,18 +47,17 @@ public:
         return dynamic_cast<IUnitDataField *>(find<QObject>(name));
     }
 
-    // Tells both parameter groups that the link is up, then loads a device model
-    // (the AX-12 or the own family's) into the device helper the controls read.
+    // What the connect and disconnect actions reach: both parameter groups and their
+    // edit/save buttons. Connecting then loads a device model.
     void connectLink(bool dynamixelAx12 = false)
     {
-        const auto deviceHelper = DeviceHelper::instance(nullptr, [] {});
-        ui.nonVolatileParamsGroupBox->connected();
-        ui.volatileParamsGroupBox->connected();
-        for (auto *button : form->findChildren<ZelvarGroupToolButton *>())
-            button->connected();
-        QByteArray reply(11, '\0');
-        reply[5] = char(dynamixelAx12 ? 12 : 13);
-        deviceHelper->onModelNumberRead(reply);
+        deviceHelper();
+        forEachLinked([](IConnectInfo *info) { info->connected(); });
+        loadDevice(dynamixelAx12);
+    }
+    void disconnectLink()
+    {
+        forEachLinked([](IConnectInfo *info) { info->disconnected(); });
     }
     // What the poll binder does with a value: dependency first, then the value unless
     // the group is being edited.
@@ -62,5 +76,15 @@ public:
     QAction disconnectAction;
 
 private:
+    template<typename Operation>
+    void forEachLinked(Operation operation)
+    {
+        // In the order the group helper connects them to the actions.
+        operation(ui.nonVolatileParamsGroupBox);
+        operation(ui.nvParamsEditSaveToolButton);
+        operation(ui.volatileParamsGroupBox);
+        operation(ui.vParamsEditSaveToolButton);
+    }
+
     std::unique_ptr<QWidget> form = std::make_unique<QWidget>();
 };

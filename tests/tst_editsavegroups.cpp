@@ -11,28 +11,32 @@ namespace {
 // Raw values from the servo, within the limits of the own family's model, in the order
 // the binder reads them.
 const char servoValues[] =
-    "idSpinBox=5 baudRateComboBox=3 ackResponseTimeSpinBox=10 "
-    "operatingModeComboBox=2 clockwiseLimitDoubleSpinBox=-100 "
-    "counterClockwiseLimitDoubleSpinBox=1000 temperatureLimitDoubleSpinBox=80 "
-    "minVoltageLimitDoubleSpinBox=60 maxVoltageLimitDoubleSpinBox=140 "
-    "quadratureCurrentLimitDoubleSpinBox=2000 angularVelocityLimitDoubleSpinBox=1500 "
-    "accelerationLimitDoubleSpinBox=30000 hornPositionOffsetDoubleSpinBox=-70000 "
-    "movingThresholdDoubleSpinBox=20 inputModeComboBox=1 "
-    "defPositionProportionalTermDoubleSpinBox=100 "
-    "defVelocityFeedforwardTermDoubleSpinBox=200 "
-    "defCurrentFeedforwardTermDoubleSpinBox=300 "
-    "defVelocityIntegralTermDoubleSpinBox=400 "
-    "defVelocityProportionalTermDoubleSpinBox=500 "
-    "defAngularVelocityProfileDoubleSpinBox=600 "
-    "defAccelerationProfileDoubleSpinBox=700 enableMotorCheckBox=0 "
-    "pendingShadowInstructionCheckBox=0 positionProportionalTermDoubleSpinBox=150 "
-    "velocityFeedforwardTermDoubleSpinBox=1000 "
+    "idSpinBox=5 baudRateComboBox=3 ackResponseTimeSpinBox=10 operatingModeComboBox=2 "
+    "clockwiseLimitDoubleSpinBox=-100 counterClockwiseLimitDoubleSpinBox=1000 "
+    "temperatureLimitDoubleSpinBox=80 minVoltageLimitDoubleSpinBox=60 "
+    "maxVoltageLimitDoubleSpinBox=140 quadratureCurrentLimitDoubleSpinBox=2000 "
+    "angularVelocityLimitDoubleSpinBox=1500 accelerationLimitDoubleSpinBox=30000 "
+    "hornPositionOffsetDoubleSpinBox=-70000 movingThresholdDoubleSpinBox=20 "
+    "inputModeComboBox=1 defPositionProportionalTermDoubleSpinBox=100 "
+    "defVelocityFeedforwardTermDoubleSpinBox=200 defCurrentFeedforwardTermDoubleSpinBox=300 "
+    "defVelocityIntegralTermDoubleSpinBox=400 defVelocityProportionalTermDoubleSpinBox=500 "
+    "defAngularVelocityProfileDoubleSpinBox=600 defAccelerationProfileDoubleSpinBox=700 "
+    "enableMotorCheckBox=0 pendingShadowInstructionCheckBox=0 "
+    "positionProportionalTermDoubleSpinBox=150 velocityFeedforwardTermDoubleSpinBox=1000 "
     "currentFeedforwardTermDoubleSpinBox=250 velocityIntegralTermDoubleSpinBox=1200 "
-    "velocityProportionalTermDoubleSpinBox=1300 "
-    "angularVelocityProfileDoubleSpinBox=900 accelerationProfileDoubleSpinBox=40000 "
-    "targetPositionDoubleSpinBox=123456 targetAngularVelocityDoubleSpinBox=1000 "
-    "targetAngularVelocityDirectionComboBox=1 targetTorqueDoubleSpinBox=500 "
-    "targetTorqueDirectionComboBox=0";
+    "velocityProportionalTermDoubleSpinBox=1300 angularVelocityProfileDoubleSpinBox=900 "
+    "accelerationProfileDoubleSpinBox=40000 targetPositionDoubleSpinBox=123456 "
+    "targetAngularVelocityDoubleSpinBox=1000 targetAngularVelocityDirectionComboBox=1 "
+    "targetTorqueDoubleSpinBox=500 targetTorqueDirectionComboBox=0";
+
+// The servo's registers as last read: each byte holds its register's address.
+QByteArray lastRead(uint8_t address, int length)
+{
+    QByteArray registers;
+    for (int i = 0; i < length; ++i)
+        registers.append(char(address + i));
+    return registers;
+}
 
 } // namespace
 
@@ -46,6 +50,7 @@ class TestEditSaveGroups : public QObject
 private slots:
     void init()
     {
+        helper.reset();
         form = std::make_unique<EditFormFixture>();
         helper = std::make_unique<UiGroupHelper>(form->root(), &form->connectAction,
                                                  &form->disconnectAction);
@@ -54,58 +59,46 @@ private slots:
             form->deliver(value.section('=', 0, 0), value.section('=', 1).toInt());
     }
 
-    void cleanup()
+    void nonVolatileBlock_data()
     {
-        helper.reset();
-        form.reset();
+        QTest::addColumn<int>("baudRateCode");
+        QTest::addColumn<QByteArray>("expected");
+        const QByteArray values = QByteArray::fromHex(
+            "05 03 0A 02 9CFF E803 50 3C 8C D007 DC05 3075 90EEFEFF 1400 01 6400 C800 2C01 9001 "
+            "F401 5802 BC02");
+        QTest::newRow("values from the servo") << 3 << values;
+        // The baud box then shows its placeholder, which is no baud rate to write.
+        QTest::newRow("unknown baud rate keeps the servo's code")
+            << 99 << QByteArray(values).replace(1, 1, "\x04");
     }
-
     void nonVolatileBlock()
     {
-        QCOMPARE(helper->nonVolatileBlock().toHex(' '),
-                 QByteArray::fromHex("05 03 0A 02 9CFF E803 50 3C 8C D007 DC05 3075 90EEFEFF "
-                                     "1400 01 6400 C800 2C01 9001 F401 5802 BC02")
+        QFETCH(int, baudRateCode);
+        QFETCH(QByteArray, expected);
+        helper->setRegisterSource(lastRead);
+        form->deliver(QStringLiteral("baudRateComboBox"), baudRateCode);
+        QCOMPARE(helper->nonVolatileBlock().toHex(' '), expected.toHex(' '));
+    }
+
+    // Gaps at 2-5, 16-19, 24-29 and 38-59 keep the servo's values; direction bit 15 on the
+    // velocity target only.
+    void volatileBlock()
+    {
+        helper->setRegisterSource(lastRead);
+        form->ui.enableMotorCheckBox->setEnabled(true);
+        form->ui.enableMotorCheckBox->setChecked(true);
+        QCOMPARE(helper->volatileBlock().toHex(' '),
+                 QByteArray::fromHex("01 00 32333435 9600 E803 FA00 B004 1405 40414243 8403 409C"
+                                     "48494A4B4C4D 40E20100 E883 F401 565758595A5B5C5D5E5F606162"
+                                     "636465666768696A6B")
                      .toHex(' '));
     }
 
-    void volatileBlock_data()
+    // Apply is enabled while any field is dirty, and queues the group's block. The controls'
+    // own setValue takes a raw value from the servo; a user edits through the Qt base class.
+    void applyFollowsDirtyCountAndQueuesTheBlock()
     {
-        QTest::addColumn<bool>("lastReadKnown");
-        QTest::addColumn<QByteArray>("expected");
-        // Gaps at 2-5, 16-19, 24-29 and 38-59; direction bit 15 on the velocity target only.
-        QTest::newRow("gaps keep the servo's values")
-            << true
-            << QByteArray::fromHex("01 00 03040506 9600 E803 FA00 B004 1405 11121314 8403 409C"
-                                   "191A1B1C1D1E 40E20100 E883 F401 2728292A2B2C2D2E2F303132333435"
-                                   "363738393A3B3C");
-        QTest::newRow("gaps unknown")
-            << false
-            << QByteArray::fromHex("01 00 00000000 9600 E803 FA00 B004 1405 00000000 8403 409C"
-                                   "000000000000 40E20100 E883 F401")
-                   .leftJustified(60, '\0');
-    }
-
-    void volatileBlock()
-    {
-        QFETCH(bool, lastReadKnown);
-        QFETCH(QByteArray, expected);
-        if (lastReadKnown) {
-            helper->setRegisterSource([](uint8_t address, int length) {
-                QByteArray registers;
-                for (int i = 0; i < length; ++i)
-                    registers.append(char(address - 48 + i + 1));
-                return registers;
-            });
-        }
-        form->ui.enableMotorCheckBox->setEnabled(true);
-        form->ui.enableMotorCheckBox->setChecked(true);
-        QCOMPARE(helper->volatileBlock().toHex(' '), expected.toHex(' '));
-    }
-
-    // The controls' own setValue takes a raw value from the servo; a user edits through the
-    // Qt base class.
-    void applyFollowsDirtyCount()
-    {
+        QSignalSpy queued(helper.get(), SIGNAL(addQueueRequest(uint8_t, const QByteArray &)));
         ZelvarGroupToolButton *apply = form->ui.nvParamsEditSaveToolButton;
         QSpinBox *id = form->ui.idSpinBox;
         QDoubleSpinBox *temperature = form->ui.temperatureLimitDoubleSpinBox;
@@ -117,28 +110,19 @@ private slots:
         id->setValue(7);
         temperature->setValue(stored + 5);
         QCOMPARE(apply->referenceCount, 2);
-        id->setValue(5);
-        QVERIFY(apply->isEnabled());
         temperature->setValue(stored);
-        QCOMPARE(apply->referenceCount, 0);
+        QVERIFY(apply->isEnabled());
+        id->setValue(5);
         QVERIFY(!apply->isEnabled());
-    }
-
-    void applyQueuesBlockAndLeavesEdit()
-    {
-        QSignalSpy queued(helper.get(), SIGNAL(addQueueRequest(uint8_t, const QByteArray &)));
-        form->ui.nvParamsEditSaveToolButton->click();
-        static_cast<QSpinBox *>(form->ui.idSpinBox)->setValue(7);
-        form->ui.nvParamsEditSaveToolButton->click();
+        id->setValue(7);
+        apply->click();
 
         QCOMPARE(queued.count(), 1);
         QCOMPARE(queued.at(0).at(0).value<uint8_t>(), uint8_t(3));
-        const QByteArray block = queued.at(0).at(1).toByteArray();
-        QCOMPARE(block.size(), 38);
-        QCOMPARE(block.at(0), char(7));
+        QCOMPARE(queued.at(0).at(1).toByteArray().at(0), char(7));
         QVERIFY(!form->ui.nonVolatileParamsGroupBox->editMode);
-        QCOMPARE(form->ui.nvParamsEditSaveToolButton->text(), QStringLiteral("Edit"));
-        QVERIFY(!form->ui.idSpinBox->isEnabled());
+        QCOMPARE(apply->text(), QStringLiteral("Edit"));
+        QVERIFY(!id->isEnabled());
     }
 
     void cancelRestoresEveryField()
@@ -186,13 +170,52 @@ private slots:
         QCOMPARE(target->value(), 123456);
     }
 
-    void enableMotorLocksNonVolatileGroup()
+    void editButtonsFollowTheLink_data()
     {
-        QVERIFY(form->ui.nvParamsEditSaveToolButton->isEnabled());
-        form->deliver(QStringLiteral("enableMotorCheckBox"), 1);
-        QVERIFY(!form->ui.nvParamsEditSaveToolButton->isEnabled());
-        form->deliver(QStringLiteral("enableMotorCheckBox"), 0);
-        QVERIFY(form->ui.nvParamsEditSaveToolButton->isEnabled());
+        QTest::addColumn<bool>("dynamixelAx12");
+        QTest::addColumn<bool>("motorOn");
+        QTest::addColumn<bool>("disconnect");
+        QTest::addColumn<bool>("nonVolatileEditable");
+        QTest::addColumn<bool>("volatileEditable");
+        QTest::newRow("own family, motor off") << false << false << false << true << true;
+        QTest::newRow("own family, motor on") << false << true << false << false << true;
+        // The blocks hold our register layout; written into an AX-12 they would change its
+        // id and baud rate.
+        QTest::newRow("AX-12") << true << false << false << false << false;
+        // The motor box drops to unchecked on disconnect, after the buttons went offline.
+        QTest::newRow("disconnected with the motor on") << false << true << true << false << false;
+    }
+    void editButtonsFollowTheLink()
+    {
+        QFETCH(bool, dynamixelAx12);
+        QFETCH(bool, motorOn);
+        QFETCH(bool, disconnect);
+        QFETCH(bool, nonVolatileEditable);
+        QFETCH(bool, volatileEditable);
+        if (dynamixelAx12) {
+            form->disconnectLink();
+            form->connectLink(true);
+        }
+        form->deliver(QStringLiteral("enableMotorCheckBox"), motorOn);
+        if (disconnect)
+            form->disconnectLink();
+        QCOMPARE(form->ui.nvParamsEditSaveToolButton->isEnabled(), nonVolatileEditable);
+        QCOMPARE(form->ui.vParamsEditSaveToolButton->isEnabled(), volatileEditable);
+        if (!disconnect)
+            form->deliver(QStringLiteral("enableMotorCheckBox"), !motorOn);
+        QCOMPARE(form->ui.nvParamsEditSaveToolButton->isEnabled(),
+                 !dynamixelAx12 && !disconnect && motorOn);
+    }
+
+    // The helper is process-wide and outlives the first view's form.
+    void helperOutlivesItsForm()
+    {
+        QCheckBox motor;
+        QObject::connect(&motor, SIGNAL(toggled(bool)), helper.get(),
+                         SLOT(on_enableMotorCheckBox_toggled(bool)));
+        form.reset();
+        motor.toggle();
+        QCOMPARE(helper->nonVolatileBlock(), QByteArray(38, '\0'));
     }
 
     // Switched inside the volatile group's edit, the motor box must still decide whether the

@@ -1,10 +1,6 @@
 #include "ui_editview.h"
 
-#include "controllers/jointmodecontroller.h"
-#include "controllers/multiturnmodecontroller.h"
-#include "controllers/steppermodecontroller.h"
-#include "controllers/torquemodecontroller.h"
-#include "controllers/wheelmodecontroller.h"
+#include "controllers/controllerbase.h"
 #include "device/fieldhelper.h"
 #include "editformfixture.h"
 #include "widgets/izelvarfield.h"
@@ -13,7 +9,6 @@
 #include "widgets/zelvardoublespinbox.h"
 
 #include <QtTest>
-#include <functional>
 
 namespace {
 
@@ -56,15 +51,22 @@ const struct
     {"LUUUU", "defAccelerationProfileLabel", "defAccelerationProfileDoubleSpinBox"},
 };
 
-const char *const modeNames[] = {"Torque", "Wheel", "Joint", "Multi-turn", "Stepper"};
+// The five modes, then the placeholder (the unknown mode), then an index past the modes
+// that is no placeholder. Both of the last run Joint: as is at the placeholder, reversed
+// past it.
+const char *const modeNames[] = {"Torque",  "Wheel",       "Joint",  "Multi-turn",
+                                 "Stepper", "placeholder", "index 5"};
+constexpr int placeholder = 5, beyondTheModes = 6;
 
-void runController(int mode)
+char expectedLock(const char *modes, int mode)
 {
-    const std::function<void()> controllers[] = {
-        [] { TorqueModeController().apply(); }, [] { WheelModeController().apply(); },
-        [] { JointModeController().apply(); }, [] { MultiTurnModeController().apply(); },
-        [] { StepperModeController().apply(); }};
-    controllers[qBound(0, mode, 4)]();
+    if (mode < placeholder)
+        return modes[mode];
+    const char joint = modes[ControllerBase::Joint];
+    if (mode == placeholder)
+        return joint;
+    // Reversed; the acceleration profile at input mode 0 was unlocked, so it locks.
+    return joint == 'U' || joint == 'I' ? 'L' : joint == 'L' ? 'U' : joint;
 }
 
 } // namespace
@@ -85,11 +87,17 @@ class TestModeControllers : public QObject
             return box->isLocked();
         return !qobject_cast<QWidget *>(control)->isEnabled();
     }
+    // Shows the mode and runs the operating-mode combo box's dependency, as a poll does.
     void showAndRun(int mode, int inputMode)
     {
-        form.ui.operatingModeComboBox->setCurrentIndex(mode);
+        QComboBox *box = form.ui.operatingModeComboBox;
+        if (mode == beyondTheModes)
+            box->insertItem(placeholder, QStringLiteral("5"));
+        box->setCurrentIndex(qMin(mode, placeholder));
         form.ui.inputModeComboBox->setCurrentIndex(inputMode);
-        runController(mode);
+        form.field(box->objectName())->applyDependency();
+        if (mode == beyondTheModes)
+            box->removeItem(placeholder);
     }
 
     EditFormFixture form;
@@ -106,12 +114,12 @@ private slots:
         QTest::addColumn<int>("mode");
         QTest::addColumn<QString>("control");
         QTest::addColumn<char>("expected");
-        for (int mode = 0; mode < 5; ++mode)
+        for (int mode = 0; mode <= beyondTheModes; ++mode)
             for (const auto &row : expectedLocks)
                 for (const char *name : {row.label, row.input})
                     if (name)
                         QTest::addRow("%s %s", modeNames[mode], name)
-                            << mode << QString::fromLatin1(name) << row.modes[mode];
+                            << mode << QString::fromLatin1(name) << expectedLock(row.modes, mode);
     }
 
     // From both lock states, so that an untouched control shows as keeping its state.
@@ -130,8 +138,6 @@ private slots:
         }
     }
 
-    // The binder runs the dependency before it shows the value, so the controller acts on
-    // the mode shown so far.
     void locksFollowModeOneValueLate()
     {
         const QString mode = QStringLiteral("operatingModeComboBox");
@@ -151,62 +157,43 @@ private slots:
         QVERIFY(!isLocked(torque));
     }
 
-    void unknownModeRunsJoint_data()
+    void inputModeLocksTheProfile_data()
     {
-        QTest::addColumn<QString>("extraItem");
-        QTest::addColumn<bool>("jointActive");
-        QTest::newRow("placeholder") << QString() << true;
-        QTest::newRow("index 5 is no placeholder") << QStringLiteral("5") << false;
-    }
-
-    // An index outside the five modes runs Joint; active only at the placeholder, otherwise
-    // every Joint setting is reversed.
-    void unknownModeRunsJoint()
-    {
-        QFETCH(QString, extraItem);
-        QFETCH(bool, jointActive);
-        QComboBox *box = form.ui.operatingModeComboBox;
-        if (!extraItem.isEmpty())
-            box->insertItem(5, extraItem);
-        box->setCurrentIndex(5);
-        form.field(box->objectName())->applyDependency();
-
-        QCOMPARE(isLocked(QStringLiteral("targetPositionDoubleSpinBox")), !jointActive);
-        QCOMPARE(isLocked(QStringLiteral("positionProportionalTermLabel")), !jointActive);
-        QCOMPARE(isLocked(QStringLiteral("targetTorqueDoubleSpinBox")), jointActive);
-        QCOMPARE(isLocked(QStringLiteral("targetAngularVelocityDirectionComboBox")), jointActive);
-        if (!extraItem.isEmpty())
-            box->removeItem(5);
-    }
-
-    void modeSequences_data()
-    {
-        QTest::addColumn<int>("first");
-        QTest::addColumn<int>("then");
-        QTest::addColumn<int>("inputMode");
+        QTest::addColumn<int>("mode");
         QTest::addColumn<QString>("control");
         QTest::addColumn<bool>("locked");
-        const int torque = ControllerBase::Torque, wheel = ControllerBase::Wheel;
-        const int joint = ControllerBase::Joint, multiTurn = ControllerBase::MultiTurn;
-        const QString gain = "positionProportionalTermLabel", profile = "accelerationProfileLabel";
-        const QString profileInput = "accelerationProfileDoubleSpinBox";
-        QTest::newRow("wheel then torque") << wheel << torque << 0 << gain << true;
-        QTest::newRow("joint then torque") << joint << torque << 0 << gain << false;
-        QTest::newRow("joint, position, input") << joint << joint << 1 << profileInput << true;
-        QTest::newRow("multi-turn, position") << multiTurn << multiTurn << 1 << profile << true;
-        QTest::newRow("wheel ignores input mode") << wheel << wheel << 1 << profileInput << false;
+        const QString label = "accelerationProfileLabel";
+        const QString input = "accelerationProfileDoubleSpinBox";
+        QTest::newRow("joint") << int(ControllerBase::Joint) << input << true;
+        QTest::newRow("multi-turn") << int(ControllerBase::MultiTurn) << label << true;
+        QTest::newRow("wheel ignores it") << int(ControllerBase::Wheel) << input << false;
     }
-
-    void modeSequences()
+    // At input mode 1 ("Position"); the table above is checked at input mode 0.
+    void inputModeLocksTheProfile()
     {
-        QFETCH(int, first);
-        QFETCH(int, then);
-        QFETCH(int, inputMode);
+        QFETCH(int, mode);
         QFETCH(QString, control);
         QFETCH(bool, locked);
-        showAndRun(first, 0);
-        showAndRun(then, inputMode);
+        showAndRun(mode, 0);
+        showAndRun(mode, 1);
         QCOMPARE(isLocked(control), locked);
+    }
+
+    // The AX-12 has no modes: neither the last model's controller nor its locks may follow
+    // it, or the fields it does have stay blank.
+    void locksEndWithTheLink()
+    {
+        const QString velocity = QStringLiteral("targetAngularVelocityDoubleSpinBox");
+        showAndRun(ControllerBase::Joint, 0);
+        QVERIFY(isLocked(velocity));
+        form.disconnectLink();
+        form.connectLink(true);
+        form.deliver(QStringLiteral("operatingModeComboBox"), ControllerBase::Joint);
+        form.deliver(velocity, 500);
+        QVERIFY(!isLocked(velocity));
+        QVERIFY(!form.find<QDoubleSpinBox>(velocity)->text().isEmpty());
+        form.disconnectLink();
+        form.connectLink();
     }
 };
 

@@ -1,7 +1,6 @@
 #include "widgets/boundfieldstate.h"
 
 #include "device/devicehelper.h"
-#include "device/fieldhelper.h"
 #include "device/idevice.h"
 #include "device/unitshelper.h"
 #include "settings/settingsdialog.h"
@@ -14,13 +13,14 @@ namespace {
 
 bool hasUnit(int32_t fieldId)
 {
-    return fieldId >= 0 && fieldId <= 7;
+    return fieldId >= 0 && fieldId < UnitsHelper::quantityCount;
 }
 
 } // namespace
 
 BoundFieldState::BoundFieldState(QWidget *parent)
     : parentGroup(qobject_cast<ZelvarParametersGroupBox *>(parent))
+    , unitsHelper(currentUnits())
 {}
 
 bool BoundFieldState::disabledFor(bool lock) const
@@ -28,56 +28,85 @@ bool BoundFieldState::disabledFor(bool lock) const
     return parentGroup && parentGroup->editMode ? lock : true;
 }
 
+void BoundFieldState::setEditable(QWidget *widget, bool enable)
+{
+    if (locked)
+        return;
+    widget->setEnabled(enable);
+    dirty = false;
+}
+
+std::optional<bool> BoundFieldState::markChange(bool changed)
+{
+    if (changed && dirty)
+        return std::nullopt;
+    dirty = changed;
+    return changed;
+}
+
+bool BoundFieldState::withdrawsMarkOnLock(bool lock)
+{
+    if (locked || !lock || !dirty)
+        return false;
+    dirty = false;
+    return true;
+}
+
+bool BoundFieldState::connect(QObject *receiver)
+{
+    if (connected)
+        return false;
+    unitsHelper = currentUnits();
+    listenForDevice(receiver);
+    connected = true;
+    return true;
+}
+
+void BoundFieldState::disconnect()
+{
+    stopListeningForDevice();
+    connected = false;
+    valueReceived = false;
+    // The next servo may be a model without modes (the AX-12), whose fields nothing would
+    // unlock again. The own family's first value sets every lock anew.
+    locked = false;
+}
+
 bool BoundFieldState::loadLimits(const QString &objectName)
 {
     const auto helper = DeviceHelper::instance();
     const auto device = helper ? helper->device() : nullptr;
     defined = device && device->definesField(objectName);
-    if (defined)
-        limits = *device->limits(objectName);
+    // Nothing of an earlier device may stay, least of all its mode controller.
+    limits = defined ? *device->limits(objectName) : FieldLimits();
     return defined;
 }
 
-void BoundFieldState::loadUnits()
+std::shared_ptr<UnitsHelper> BoundFieldState::currentUnits()
 {
     const SettingsDialog *settings = SettingsDialog::instance();
-    unitsHelper = std::make_shared<UnitsHelper>(
+    return std::make_shared<UnitsHelper>(
         std::make_shared<PhysicalQuantities>(settings ? settings->units() : PhysicalQuantities()));
 }
 
-double BoundFieldState::rawToPhysical(int raw, bool withRawOffset) const
+double BoundFieldState::rawToDisplay(int32_t raw, RawOrigin origin) const
 {
-    const int32_t rawSpan = limits.rawMax - limits.rawMin;
-    if (rawSpan == 0)
-        return limits.physicalMin;
-    const int32_t offset = withRawOffset ? raw - limits.rawMin : raw;
-    return (limits.physicalMax - limits.physicalMin) * double(offset) / double(rawSpan) +
-           limits.physicalMin;
+    return unitsHelper->rawToDisplay(raw, limits, fieldId, origin);
 }
 
-int BoundFieldState::physicalToRaw(double physical, bool withRawOffset) const
+int32_t BoundFieldState::displayToRaw(double shown, RawOrigin origin) const
 {
-    const double physicalSpan = limits.physicalMax - limits.physicalMin;
-    if (physicalSpan == 0.0)
-        return limits.rawMin;
-    const double raw =
-        double(limits.rawMax - limits.rawMin) * (physical - limits.physicalMin) / physicalSpan;
-    return int(std::trunc(withRawOffset ? raw + limits.rawMin : raw));
+    return unitsHelper->displayToRaw(shown, limits, fieldId, origin);
 }
 
 double BoundFieldState::toDisplay(double physical) const
 {
-    return unitsHelper ? unitsHelper->toDisplay(physical, fieldId) : physical;
-}
-
-double BoundFieldState::fromDisplay(double display) const
-{
-    return unitsHelper ? unitsHelper->fromDisplay(display, fieldId) : display;
+    return unitsHelper->toDisplay(physical, fieldId);
 }
 
 double BoundFieldState::singleStep() const
 {
-    if (unitsHelper && hasUnit(fieldId))
+    if (hasUnit(fieldId))
         return unitsHelper->singleStep(fieldId);
     const int32_t rawSpan = limits.rawMax - limits.rawMin;
     return rawSpan == 0 ? 1.0 : std::abs(limits.physicalMax - limits.physicalMin) / rawSpan;
@@ -85,15 +114,10 @@ double BoundFieldState::singleStep() const
 
 int BoundFieldState::decimals() const
 {
-    if (unitsHelper && hasUnit(fieldId))
+    if (hasUnit(fieldId))
         return int(unitsHelper->decimals(fieldId));
     const double step = singleStep();
     return step >= 1.0 || step <= 0.0 ? 0 : int(std::ceil(-std::log10(step) - 1e-9));
-}
-
-int32_t BoundFieldState::fieldIdOf(const QString &objectName)
-{
-    return FieldHelper::fieldId(objectName);
 }
 
 void BoundFieldState::listenForDevice(QObject *receiver)

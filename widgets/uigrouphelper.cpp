@@ -2,6 +2,7 @@
 
 #include "link/serialhelper.h"
 #include "widgets/igroupinputcomponent.h"
+#include "widgets/iservovalue.h"
 #include "widgets/iunitdatafield.h"
 #include "widgets/zelvargrouptoolbutton.h"
 #include "widgets/zelvarparametersgroupbox.h"
@@ -89,19 +90,22 @@ int encodedValue(const QWidget *form, const BlockField &field, IUnitDataField *c
     if (field.encoding == Encoding::BaudRateCode)
         value = SerialHelper::baudRateRegisterValue(value);
     if (field.direction) {
-        const IUnitDataField *direction = fieldNamed(form, field.direction);
-        if (direction && const_cast<IUnitDataField *>(direction)->value() > 0)
+        IUnitDataField *direction = fieldNamed(form, field.direction);
+        if (direction && direction->value() > 0)
             value |= directionBit;
     }
     return value;
 }
 
+// A control that shows no value from the servo leaves the block's bytes as they are:
+// the servo's own, when the scheduler has read them.
 template<size_t N>
 void putFields(QByteArray &block, const QWidget *form, const BlockField (&fields)[N])
 {
     for (const BlockField &field : fields) {
         IUnitDataField *control = fieldNamed(form, field.name);
-        if (!control)
+        const auto *shown = dynamic_cast<const IServoValue *>(control);
+        if (!control || (shown && !shown->showsServoValue()))
             continue;
         const int value = encodedValue(form, field, control);
         for (int i = 0; i < field.width; ++i)
@@ -224,30 +228,39 @@ void UiGroupHelper::setUpGroup(const char *groupName, std::function<void()> save
 
 QByteArray UiGroupHelper::nonVolatileBlock() const
 {
-    QByteArray block(nonVolatileLength, '\0');
+    QByteArray block = lastRead(nonVolatileAddress, nonVolatileLength);
     putFields(block, form, nonVolatileFields);
     return block;
 }
 
 QByteArray UiGroupHelper::volatileBlock() const
 {
-    QByteArray block(volatileLength, '\0');
-    if (registerSource) {
-        const QByteArray lastRead = registerSource(volatileAddress, volatileLength);
-        block.replace(0, qMin(lastRead.size(), volatileLength), lastRead.left(volatileLength));
-    }
+    // Its gaps are no controls' at all; they also keep the servo's values.
+    QByteArray block = lastRead(volatileAddress, volatileLength);
     putFields(block, form, volatileFields);
+    return block;
+}
+
+QByteArray UiGroupHelper::lastRead(uint8_t address, int length) const
+{
+    QByteArray block(length, '\0');
+    if (registerSource) {
+        const QByteArray known = registerSource(address, length).left(length);
+        block.replace(0, known.size(), known);
+    }
     return block;
 }
 
 void UiGroupHelper::saveNonVolatile()
 {
-    emit addQueueRequest(nonVolatileAddress, nonVolatileBlock());
+    if (form)
+        emit addQueueRequest(nonVolatileAddress, nonVolatileBlock());
 }
 
 void UiGroupHelper::saveVolatile()
 {
-    emit addQueueRequest(volatileAddress, volatileBlock());
+    if (form)
+        emit addQueueRequest(volatileAddress, volatileBlock());
 }
 
 void UiGroupHelper::on_editSaveToolButton_toggled(bool checked)
@@ -271,7 +284,7 @@ void UiGroupHelper::on_editSaveToolButton_toggled(bool checked)
         button->setEnabled(false);
     } else {
         showEdit(button);
-        button->setEnabled(true);
+        button->enableIfLive(true);
         button->clearReferenceCount();
         followEnableMotor(group);
     }
@@ -283,14 +296,14 @@ void UiGroupHelper::on_editSaveToolButton_toggled(bool checked)
 // while the motor runs (the servo would refuse that write).
 void UiGroupHelper::followEnableMotor(const ZelvarParametersGroupBox *group)
 {
-    if (group->objectName() != QLatin1String("volatileParamsGroupBox"))
+    if (!form || group->objectName() != QLatin1String("volatileParamsGroupBox"))
         return;
     const auto *nonVolatile =
         form->findChild<ZelvarParametersGroupBox *>(QStringLiteral("nonVolatileParamsGroupBox"));
     const auto *enableMotor = form->findChild<QCheckBox *>(QStringLiteral("enableMotorCheckBox"));
     ZelvarGroupToolButton *editSave = editSaveButtonOf("nonVolatileParamsGroupBox");
     if (nonVolatile && !nonVolatile->editMode && enableMotor && editSave)
-        editSave->setEnabled(!enableMotor->isChecked());
+        editSave->enableIfLive(!enableMotor->isChecked());
 }
 
 void UiGroupHelper::on_editSaveToolButton_pressed()
@@ -321,12 +334,14 @@ void UiGroupHelper::on_limitsCancelToolButton_pressed()
     forEachInput(group, [](QObject *, IGroupInputComponent *input) { input->restoreValue(); });
     cancel->setEnabled(false);
     editSave->setChecked(false);
-    editSave->setEnabled(true);
+    editSave->enableIfLive(true);
     showEdit(editSave);
 }
 
 void UiGroupHelper::on_enableMotorCheckBox_toggled(bool checked)
 {
+    if (!form)
+        return;
     const auto *volatileEditSave =
         form->findChild<ZelvarGroupToolButton *>(QStringLiteral("vParamsEditSaveToolButton"));
     if (volatileEditSave && volatileEditSave->isChecked())
@@ -340,8 +355,9 @@ void UiGroupHelper::on_enableMotorCheckBox_toggled(bool checked)
         enable = !checked && !(enableMotor && enableMotor->isChecked());
         target = "nonVolatileParamsGroupBox";
     }
+    // A disconnect restores the box, which toggles it after the button went offline.
     if (ZelvarGroupToolButton *editSave = editSaveButtonOf(target))
-        editSave->setEnabled(enable);
+        editSave->enableIfLive(enable);
 }
 
 ZelvarGroupToolButton *UiGroupHelper::editSaveButtonOf(const char *groupName) const

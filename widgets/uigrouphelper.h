@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QObject>
+#include <QPointer>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -35,8 +36,9 @@ public:
     // A null form makes a helper with no groups, whose signal can still be connected.
     static std::shared_ptr<UiGroupHelper> create(QWidget *form);
 
-    // Where the volatile block's gaps come from: it is written whole, so the registers
-    // the group does not edit get the servo's own last values back. Zeros when unset.
+    // Where a block's bytes come from where no control shows a servo value: a block is
+    // written whole, so those registers get the servo's own last values back. Zeros
+    // when unset.
     void setRegisterSource(RegisterSource source);
 
     QByteArray nonVolatileBlock() const;
@@ -57,9 +59,11 @@ private:
     void saveNonVolatile();
     void saveVolatile();
     ZelvarGroupToolButton *editSaveButtonOf(const char *groupName) const;
+    QByteArray lastRead(uint8_t address, int length) const;
 
-    QWidget *form;
-    QAction *connectAction;
-    QAction *disconnectAction;
+    // This helper outlives the view it was made for; these tell when that view is gone.
+    QPointer<QWidget> form;
+    QPointer<QAction> connectAction;
+    QPointer<QAction> disconnectAction;
     RegisterSource registerSource;
 };

@@ -12,8 +12,7 @@ void ZelvarBaudRateComboBox::setEditable(bool enable)
         return;
     if (enable)
         state.storedValue = currentIndex();
-    setEnabled(enable);
-    state.dirty = false;
+    state.setEditable(this, enable);
 }
 
 void ZelvarBaudRateComboBox::setValue(int raw)
@@ -24,8 +23,10 @@ void ZelvarBaudRateComboBox::setValue(int raw)
     const int index = SerialHelper::baudRateIndex(raw);
     setCurrentIndex(index >= 0 && index < count() ? index : placeholderIndex());
     state.storedValue = currentIndex();
-    state.valueReceived = true;
-    update();
+    if (!state.valueReceived) {
+        state.valueReceived = true;
+        update();
+    }
 }
 
 void ZelvarBaudRateComboBox::on_deviceLoaded()

@@ -1,5 +1,6 @@
 #include "widgets/zelvarcheckbox.h"
 
+#include "device/fieldhelper.h"
 #include "widgets/ifielddependency.h"
 #include "widgets/zelvarparametersgroupbox.h"
 
@@ -19,6 +20,9 @@ const char uncheckedStyle[] =
     "image: url(:/images/checkbox_checked.png); } QCheckBox::indicator:enabled { border: 1px "
     "solid rgb(122,122,122); background: white; }";
 
+const char paleCaption[] = "#9F9E9E";
+const char darkCaption[] = "#51514F";
+
 // Group 2 is the caption colour's six hex digits; the '#' before them goes with them.
 const QRegularExpression textColour(QStringLiteral("(color: ?#)(......);"));
 
@@ -28,12 +32,6 @@ QString withColour(QString style, const QString &colour)
     if (match.hasMatch())
         style.replace(match.capturedStart(2) - 1, 7, colour);
     return style;
-}
-
-QString colourOf(const QString &style)
-{
-    const QRegularExpressionMatch match = textColour.match(style);
-    return match.hasMatch() ? QLatin1Char('#') + match.captured(2) : QString();
 }
 
 } // namespace
@@ -48,10 +46,7 @@ ZelvarCheckBox::ZelvarCheckBox(QWidget *parent)
 
 void ZelvarCheckBox::setEditable(bool enable)
 {
-    if (state.locked)
-        return;
-    setEnabled(enable);
-    state.dirty = false;
+    state.setEditable(this, enable);
 }
 
 void ZelvarCheckBox::restoreValue()
@@ -62,15 +57,12 @@ void ZelvarCheckBox::restoreValue()
 
 void ZelvarCheckBox::setLocked(bool lock)
 {
-    if (!state.locked && lock && state.dirty) {
+    if (state.withdrawsMarkOnLock(lock))
         emit setIsDirty(false);
-        state.dirty = false;
-    }
     if (state.locked && !lock)
         setChecked(state.storedValue != 0);
     disableRecoloured(state.disabledFor(lock));
     state.locked = lock;
-    update();
 }
 
 void ZelvarCheckBox::setValue(int raw)
@@ -80,12 +72,11 @@ void ZelvarCheckBox::setValue(int raw)
     setChecked(raw != 0);
     state.storedValue = isChecked() ? 1 : 0;
     state.valueReceived = true;
-    applyStyle();
 }
 
 void ZelvarCheckBox::setObjectName(const QString &name)
 {
-    state.fieldId = BoundFieldState::fieldIdOf(name);
+    state.fieldId = FieldHelper::fieldId(name);
     QCheckBox::setObjectName(name);
 }
 
@@ -95,31 +86,32 @@ void ZelvarCheckBox::applyDependency()
         state.limits.controller->apply();
 }
 
+// The style is chosen here only, by the state at the time. The form sets every caption
+// while disconnected and unchecked, so the boxes keep the style that shows a checked
+// state with its image; values and the link do not restyle them.
 void ZelvarCheckBox::setText(const QString &text)
 {
+    int spacing = 0;
+    if (auto *group = qobject_cast<ZelvarParametersGroupBox *>(parentWidget()))
+        spacing = group->width() - fontMetrics().horizontalAdvance(text) - 40;
+    const char *style = isChecked() && state.connected ? checkedStyle : uncheckedStyle;
+    setStyleSheet(QString::fromLatin1(style).arg(spacing));
+    captionColour = nullptr;
     QCheckBox::setText(text);
-    applyStyle();
 }
 
 void ZelvarCheckBox::connected()
 {
-    if (state.connected)
-        return;
-    BoundFieldState::listenForDevice(this);
-    state.connected = true;
-    applyStyle();
+    state.connect(this);
 }
 
 void ZelvarCheckBox::disconnected()
 {
-    BoundFieldState::stopListeningForDevice();
+    state.disconnect();
     // The placeholder of a check box is unchecked.
     state.storedValue = 0;
-    state.connected = false;
-    state.valueReceived = false;
     restoreValue();
     setChecked(false);
-    applyStyle();
 }
 
 void ZelvarCheckBox::on_deviceLoaded()
@@ -131,30 +123,18 @@ void ZelvarCheckBox::on_toggled(bool value)
 {
     if (!isEnabled())
         return;
-    if (int(value) == state.storedValue) {
-        emit setIsDirty(false);
-        state.dirty = false;
-    } else if (!state.dirty) {
-        emit setIsDirty(true);
-        state.dirty = true;
-    }
+    if (const auto mark = state.markChange(int(value) != state.storedValue))
+        emit setIsDirty(*mark);
 }
 
-void ZelvarCheckBox::applyStyle()
-{
-    int spacing = 0;
-    if (auto *group = qobject_cast<ZelvarParametersGroupBox *>(parentWidget()))
-        spacing = group->width() - fontMetrics().horizontalAdvance(text()) - 40;
-    const QString style =
-        QString::fromLatin1(isChecked() && state.connected ? checkedStyle : uncheckedStyle)
-            .arg(spacing);
-    const QString colour = colourOf(styleSheet());
-    setStyleSheet(colour.isEmpty() ? style : withColour(style, colour));
-}
-
+// The mode controllers run on every poll, so the style sheet is edited only when the
+// colour really changes: setting one restyles the whole box.
 void ZelvarCheckBox::disableRecoloured(bool disable)
 {
-    const char *colour = state.locked && disable ? "#9F9E9E" : "#51514F";
-    setStyleSheet(withColour(styleSheet(), QLatin1String(colour)));
+    const char *colour = state.locked && disable ? paleCaption : darkCaption;
+    if (colour != captionColour) {
+        setStyleSheet(withColour(styleSheet(), QLatin1String(colour)));
+        captionColour = colour;
+    }
     setDisabled(disable);
 }

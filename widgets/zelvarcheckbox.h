@@ -3,6 +3,7 @@
 #include "widgets/boundfieldstate.h"
 #include "widgets/iconnectinfo.h"
 #include "widgets/igroupinputcomponent.h"
+#include "widgets/iservovalue.h"
 #include "widgets/iunitdatafield.h"
 
 #include <QCheckBox>
@@ -15,7 +16,8 @@
 class ZelvarCheckBox : public QCheckBox,
                        public IGroupInputComponent,
                        public IConnectInfo,
-                       public IUnitDataField
+                       public IUnitDataField,
+                       public IServoValue
 {
     Q_OBJECT
 
@@ -35,8 +37,9 @@ public:
 
     void setText(const QString &text);
 
+    bool showsServoValue() const override { return state.showsValue(); }
+
     bool isLocked() const { return state.locked; }
-    bool isDirty() const { return state.dirty; }
 
 public slots:
     void connected() override;
@@ -48,11 +51,10 @@ signals:
     void setIsDirty(bool dirty);
 
 private:
-    // Picks the style for the current checked and connected state, keeping the caption
-    // colour that locking gave it.
-    void applyStyle();
     // setDisabled with the caption recoloured: pale when a locked box is locked again.
     void disableRecoloured(bool disable);
 
     BoundFieldState state;
+    // The caption colour the last recolouring gave; null while the style has its own.
+    const char *captionColour = nullptr;
 };

@@ -1,5 +1,6 @@
 #include "widgets/zelvarcombobox.h"
 
+#include "device/fieldhelper.h"
 #include "widgets/ifielddependency.h"
 
 #include <QListView>
@@ -34,10 +35,7 @@ ZelvarComboBox::ZelvarComboBox(QWidget *parent)
 
 void ZelvarComboBox::setEditable(bool enable)
 {
-    if (state.locked)
-        return;
-    setEnabled(enable);
-    state.dirty = false;
+    state.setEditable(this, enable);
 }
 
 void ZelvarComboBox::restoreValue()
@@ -48,16 +46,17 @@ void ZelvarComboBox::restoreValue()
 
 void ZelvarComboBox::setLocked(bool lock)
 {
-    if (!state.locked && lock && state.dirty) {
+    if (state.withdrawsMarkOnLock(lock))
         emit setIsDirty(false);
-        state.dirty = false;
-    }
     // Unlocking brings back the servo's value, not an edit made before the lock.
     if (state.locked && !lock)
         setCurrentIndex(state.storedValue);
     setDisabled(state.disabledFor(lock));
-    state.locked = lock;
-    update();
+    // The mode controllers set every lock on every poll; only a change needs painting.
+    if (state.locked != lock) {
+        state.locked = lock;
+        update();
+    }
 }
 
 void ZelvarComboBox::setValue(int raw)
@@ -68,13 +67,21 @@ void ZelvarComboBox::setValue(int raw)
     if (raw >= 0 && raw < count())
         setCurrentIndex(raw);
     state.storedValue = currentIndex();
-    state.valueReceived = true;
-    update();
+    // A new index repaints by itself; only the first value turns the text on.
+    if (!state.valueReceived) {
+        state.valueReceived = true;
+        update();
+    }
+}
+
+bool ZelvarComboBox::showsServoValue() const
+{
+    return state.showsValue() && currentIndex() != placeholderIndex();
 }
 
 void ZelvarComboBox::setObjectName(const QString &name)
 {
-    state.fieldId = BoundFieldState::fieldIdOf(name);
+    state.fieldId = FieldHelper::fieldId(name);
     QComboBox::setObjectName(name);
 }
 
@@ -91,11 +98,9 @@ QString ZelvarComboBox::displayedText() const
 
 void ZelvarComboBox::connected()
 {
-    if (state.connected)
+    if (!state.connect(this))
         return;
     setStyleSheet(connectedStyle);
-    BoundFieldState::listenForDevice(this);
-    state.connected = true;
     if (auto *list = qobject_cast<QListView *>(view()))
         list->setRowHidden(placeholderIndex(), true);
 }
@@ -104,10 +109,8 @@ void ZelvarComboBox::disconnected()
 {
     if (state.connected)
         setStyleSheet(disconnectedStyle);
-    BoundFieldState::stopListeningForDevice();
+    state.disconnect();
     state.storedValue = placeholderIndex();
-    state.connected = false;
-    state.valueReceived = false;
     restoreValue();
     setCurrentIndex(placeholderIndex());
     if (auto *list = qobject_cast<QListView *>(view()))
@@ -124,15 +127,8 @@ void ZelvarComboBox::on_currentIndexChanged(int value)
 {
     if (!isEnabled())
         return;
-    if (isChangedIndex(value)) {
-        if (state.dirty)
-            return;
-        emit setIsDirty(true);
-        state.dirty = true;
-    } else {
-        emit setIsDirty(false);
-        state.dirty = false;
-    }
+    if (const auto mark = state.markChange(isChangedIndex(value)))
+        emit setIsDirty(*mark);
 }
 
 bool ZelvarComboBox::isChangedIndex(int index) const

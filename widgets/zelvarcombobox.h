@@ -3,6 +3,7 @@
 #include "widgets/boundfieldstate.h"
 #include "widgets/iconnectinfo.h"
 #include "widgets/igroupinputcomponent.h"
+#include "widgets/iservovalue.h"
 #include "widgets/iunitdatafield.h"
 
 #include <QComboBox>
@@ -16,7 +17,8 @@
 class ZelvarComboBox : public QComboBox,
                        public IGroupInputComponent,
                        public IConnectInfo,
-                       public IUnitDataField
+                       public IUnitDataField,
+                       public IServoValue
 {
     Q_OBJECT
 
@@ -34,8 +36,9 @@ public:
     void setObjectName(const QString &name) override;
     void applyDependency() override;
 
+    bool showsServoValue() const override;
+
     bool isLocked() const { return state.locked; }
-    bool isDirty() const { return state.dirty; }
     // What the box paints: blank unless connected, valued and unlocked.
     QString displayedText() const;
 

@@ -1,6 +1,9 @@
 #include "widgets/zelvardoublespinbox.h"
 
+#include "device/fieldhelper.h"
+
 #include <QLineEdit>
+#include <QScopedValueRollback>
 
 ZelvarDoubleSpinBox::ZelvarDoubleSpinBox(QWidget *parent)
     : QDoubleSpinBox(parent)
@@ -15,40 +18,40 @@ ZelvarDoubleSpinBox::ZelvarDoubleSpinBox(QWidget *parent)
 
 void ZelvarDoubleSpinBox::setEditable(bool enable)
 {
-    if (state.locked)
-        return;
-    setEnabled(enable);
-    state.dirty = false;
+    state.setEditable(this, enable);
 }
 
 void ZelvarDoubleSpinBox::restoreValue()
 {
-    showNumber(storedNumber);
+    QDoubleSpinBox::setValue(storedNumber);
+    showOrBlank();
     setEditable(false);
 }
 
 void ZelvarDoubleSpinBox::setLocked(bool lock)
 {
-    if (!state.locked && lock && state.dirty) {
+    if (state.withdrawsMarkOnLock(lock))
         emit setIsDirty(false);
-        state.dirty = false;
-    }
     if (state.locked && !lock)
         QDoubleSpinBox::setValue(storedNumber);
     setDisabled(state.disabledFor(lock));
     state.locked = lock;
-    showNumber(QDoubleSpinBox::value());
+    showOrBlank();
 }
 
 void ZelvarDoubleSpinBox::setValue(int raw)
 {
     if (!state.connected || !state.defined)
         return;
-    QDoubleSpinBox::setValue(state.toDisplay(state.rawToPhysical(raw, true)));
+    // Most registers repeat from poll to poll; converting and formatting them again
+    // would be most of a reply's cost.
+    if (state.valueReceived && raw == state.storedValue && QDoubleSpinBox::value() == storedNumber)
+        return;
+    QDoubleSpinBox::setValue(state.rawToDisplay(raw, BoundFieldState::RawOrigin::RawMin));
     state.storedValue = raw;
     storedNumber = QDoubleSpinBox::value();
     state.valueReceived = true;
-    showNumber(storedNumber);
+    showOrBlank();
 }
 
 int ZelvarDoubleSpinBox::value()
@@ -58,31 +61,25 @@ int ZelvarDoubleSpinBox::value()
     // a little on every save of the group.
     if (state.valueReceived && QDoubleSpinBox::value() == storedNumber)
         return state.storedValue;
-    return state.physicalToRaw(state.fromDisplay(QDoubleSpinBox::value()), true);
+    return state.displayToRaw(QDoubleSpinBox::value(), BoundFieldState::RawOrigin::RawMin);
 }
 
 void ZelvarDoubleSpinBox::setObjectName(const QString &name)
 {
-    state.fieldId = BoundFieldState::fieldIdOf(name);
+    state.fieldId = FieldHelper::fieldId(name);
     QDoubleSpinBox::setObjectName(name);
 }
 
 void ZelvarDoubleSpinBox::connected()
 {
-    if (state.connected)
-        return;
-    state.loadUnits();
-    BoundFieldState::listenForDevice(this);
-    state.connected = true;
+    state.connect(this);
 }
 
 void ZelvarDoubleSpinBox::disconnected()
 {
-    BoundFieldState::stopListeningForDevice();
+    state.disconnect();
     // The placeholder is the range's low end, shown blank.
     storedNumber = minimum();
-    state.connected = false;
-    state.valueReceived = false;
     restoreValue();
 }
 
@@ -90,8 +87,6 @@ void ZelvarDoubleSpinBox::on_deviceLoaded()
 {
     if (!state.loadLimits(objectName()))
         return;
-    if (!state.unitsHelper)
-        state.loadUnits();
     // Decimals first: the range is rounded to them.
     setDecimals(state.decimals());
     setRange(state.toDisplay(state.limits.physicalMin), state.toDisplay(state.limits.physicalMax));
@@ -102,23 +97,34 @@ void ZelvarDoubleSpinBox::on_valueChanged(double value)
 {
     if (!isEnabled())
         return;
-    if (value == storedNumber) {
-        emit setIsDirty(false);
-        state.dirty = false;
-    } else if (!state.dirty) {
-        emit setIsDirty(true);
-        state.dirty = true;
-    }
+    if (const auto mark = state.markChange(value != storedNumber))
+        emit setIsDirty(*mark);
 }
 
 QString ZelvarDoubleSpinBox::textFromValue(double value) const
 {
-    return state.showsValue() ? QDoubleSpinBox::textFromValue(value) : QString();
+    return state.showsValue() || measuring ? QDoubleSpinBox::textFromValue(value) : QString();
 }
 
-// Sets the number and redraws its text, which a change of state alone does not do.
-void ZelvarDoubleSpinBox::showNumber(double number)
+// Sized for the numbers of its range even while it shows none.
+QSize ZelvarDoubleSpinBox::sizeHint() const
 {
-    QDoubleSpinBox::setValue(number);
+    const QScopedValueRollback<bool> measure(measuring, true);
+    return QDoubleSpinBox::sizeHint();
+}
+
+QSize ZelvarDoubleSpinBox::minimumSizeHint() const
+{
+    const QScopedValueRollback<bool> measure(measuring, true);
+    return QDoubleSpinBox::minimumSizeHint();
+}
+
+// Turning blank or shown changes no number, so the text is redrawn here. Only then:
+// rewriting it on every poll would also wipe out what the user is typing.
+void ZelvarDoubleSpinBox::showOrBlank()
+{
+    if (textShown == state.showsValue())
+        return;
+    textShown = state.showsValue();
     lineEdit()->setText(textFromValue(QDoubleSpinBox::value()));
 }

@@ -3,6 +3,7 @@
 #include "widgets/boundfieldstate.h"
 #include "widgets/iconnectinfo.h"
 #include "widgets/igroupinputcomponent.h"
+#include "widgets/iservovalue.h"
 #include "widgets/iunitdatafield.h"
 
 #include <QDoubleSpinBox>
@@ -18,7 +19,8 @@
 class ZelvarDoubleSpinBox : public QDoubleSpinBox,
                             public IGroupInputComponent,
                             public IConnectInfo,
-                            public IUnitDataField
+                            public IUnitDataField,
+                            public IServoValue
 {
     Q_OBJECT
 
@@ -36,8 +38,9 @@ public:
     void setObjectName(const QString &name) override;
     void applyDependency() override {}
 
+    bool showsServoValue() const override { return state.showsValue(); }
+
     bool isLocked() const { return state.locked; }
-    bool isDirty() const { return state.dirty; }
 
 public slots:
     void connected() override;
@@ -50,11 +53,16 @@ signals:
 
 protected:
     QString textFromValue(double value) const override;
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 private:
-    void showNumber(double number);
+    void showOrBlank();
 
     // The number shown for storedValue; edits are measured against it.
     double storedNumber = 0.0;
     BoundFieldState state;
+    // Whether the text shows the number (true) or is blank.
+    bool textShown = false;
+    mutable bool measuring = false;
 };

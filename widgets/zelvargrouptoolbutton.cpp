@@ -1,11 +1,18 @@
 #include "widgets/zelvargrouptoolbutton.h"
 
+#include "device/devicehelper.h"
+#include "device/idevice.h"
 #include "widgets/boundfieldstate.h"
 
 ZelvarGroupToolButton::ZelvarGroupToolButton(QWidget *parent)
     : QToolButton(parent)
 {
     setEnabled(false);
+}
+
+void ZelvarGroupToolButton::enableIfLive(bool enable)
+{
+    setEnabled(enable && live);
 }
 
 void ZelvarGroupToolButton::connected()
@@ -16,6 +23,7 @@ void ZelvarGroupToolButton::connected()
 void ZelvarGroupToolButton::disconnected()
 {
     BoundFieldState::stopListeningForDevice();
+    live = false;
     setEnabled(false);
 }
 
@@ -30,7 +38,13 @@ void ZelvarGroupToolButton::clearReferenceCount()
     referenceCount = 0;
 }
 
+// The groups' blocks follow the own family's register layout. Written into a model
+// without that table (the AX-12) they would land on other registers, its id and baud
+// rate among them, so such a model is not editable here.
 void ZelvarGroupToolButton::on_deviceLoaded()
 {
-    setEnabled(true);
+    const auto helper = DeviceHelper::instance();
+    const auto device = helper ? helper->device() : nullptr;
+    live = device && device->hasRegisterMap();
+    setEnabled(live);
 }

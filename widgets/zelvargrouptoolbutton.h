@@ -23,10 +23,19 @@ public:
     // The group's save, bound by UiGroupHelper.
     std::function<void()> saveAction;
 
+    // Whether a device that the group can be written to is loaded: from the device's
+    // arrival to the next disconnect.
+    bool isLive() const { return live; }
+    // setEnabled for the rules that enable Edit: never while no such device is loaded.
+    void enableIfLive(bool enable);
+
 public slots:
     void connected() override;
     void disconnected() override;
     void incrementReferenceCount(bool dirty);
     void clearReferenceCount();
     void on_deviceLoaded();
+
+private:
+    bool live = false;
 };

@@ -1,5 +1,7 @@
 #include "widgets/zelvarlineedit.h"
 
+#include "device/fieldhelper.h"
+
 #include <QLocale>
 
 namespace {
@@ -36,8 +38,7 @@ void ZelvarLineEdit::setEditable(bool enable)
         return;
     if (enable)
         storedText = text();
-    setEnabled(enable);
-    state.dirty = false;
+    state.setEditable(this, enable);
 }
 
 void ZelvarLineEdit::restoreValue()
@@ -48,10 +49,8 @@ void ZelvarLineEdit::restoreValue()
 
 void ZelvarLineEdit::setLocked(bool lock)
 {
-    if (!state.locked && lock && state.dirty) {
+    if (state.withdrawsMarkOnLock(lock))
         emit setIsDirty(false);
-        state.dirty = false;
-    }
     if (state.locked && !lock)
         setText(storedText);
     setDisabled(state.disabledFor(lock));
@@ -62,9 +61,14 @@ void ZelvarLineEdit::setValue(int raw)
 {
     if (!state.connected || !state.defined)
         return;
+    // Most registers repeat from poll to poll; formatting them again would be most of a
+    // reply's cost.
+    if (state.valueReceived && raw == state.storedValue && text() == storedText)
+        return;
     storedText = format(raw);
     state.storedValue = raw;
-    setText(storedText);
+    if (text() != storedText)
+        setText(storedText);
     state.valueReceived = true;
 }
 
@@ -72,8 +76,8 @@ QString ZelvarLineEdit::format(int raw) const
 {
     switch (kindOf(state.fieldId)) {
     case PhysicalValue:
-        return QStringLiteral("%L1").arg(state.toDisplay(state.rawToPhysical(raw, true)), 1, 'f',
-                                         state.decimals());
+        return QStringLiteral("%L1").arg(
+            state.rawToDisplay(raw, BoundFieldState::RawOrigin::RawMin), 1, 'f', state.decimals());
     case ModelNumber:
         return QStringLiteral("%1%2%3").arg(raw / 256).arg(QLocale().decimalPoint()).arg(raw % 256);
     case PlainValue:
@@ -84,45 +88,32 @@ QString ZelvarLineEdit::format(int raw) const
 
 void ZelvarLineEdit::setObjectName(const QString &name)
 {
-    state.fieldId = BoundFieldState::fieldIdOf(name);
+    state.fieldId = FieldHelper::fieldId(name);
     QLineEdit::setObjectName(name);
 }
 
 void ZelvarLineEdit::connected()
 {
-    if (state.connected)
-        return;
-    state.loadUnits();
-    BoundFieldState::listenForDevice(this);
-    state.connected = true;
+    state.connect(this);
 }
 
 void ZelvarLineEdit::disconnected()
 {
-    BoundFieldState::stopListeningForDevice();
+    state.disconnect();
     // The placeholder of a line edit is an empty text.
     storedText.clear();
-    state.connected = false;
-    state.valueReceived = false;
     restoreValue();
 }
 
 void ZelvarLineEdit::on_deviceLoaded()
 {
     state.loadLimits(objectName());
-    if (!state.unitsHelper)
-        state.loadUnits();
 }
 
 void ZelvarLineEdit::on_textChanged(const QString &value)
 {
     if (!isEnabled())
         return;
-    if (value == storedText) {
-        emit setIsDirty(false);
-        state.dirty = false;
-    } else if (!state.dirty) {
-        emit setIsDirty(true);
-        state.dirty = true;
-    }
+    if (const auto mark = state.markChange(value != storedText))
+        emit setIsDirty(*mark);
 }

@@ -1,6 +1,9 @@
 #include "widgets/zelvarspinbox.h"
 
+#include "device/fieldhelper.h"
+
 #include <QLineEdit>
+#include <QScopedValueRollback>
 
 ZelvarSpinBox::ZelvarSpinBox(QWidget *parent)
     : QSpinBox(parent)
@@ -14,69 +17,59 @@ ZelvarSpinBox::ZelvarSpinBox(QWidget *parent)
 
 void ZelvarSpinBox::setEditable(bool enable)
 {
-    if (state.locked)
-        return;
-    setEnabled(enable);
-    state.dirty = false;
+    state.setEditable(this, enable);
 }
 
 void ZelvarSpinBox::restoreValue()
 {
-    showNumber(state.storedValue);
+    QSpinBox::setValue(state.storedValue);
+    showOrBlank();
     setEditable(false);
 }
 
 void ZelvarSpinBox::setLocked(bool lock)
 {
-    if (!state.locked && lock && state.dirty) {
+    if (state.withdrawsMarkOnLock(lock))
         emit setIsDirty(false);
-        state.dirty = false;
-    }
     if (state.locked && !lock)
         QSpinBox::setValue(state.storedValue);
     setDisabled(state.disabledFor(lock));
     state.locked = lock;
-    showNumber(QSpinBox::value());
+    showOrBlank();
 }
 
 void ZelvarSpinBox::setValue(int raw)
 {
     if (!state.connected || !state.defined)
         return;
-    const double shown = state.toDisplay(state.rawToPhysical(raw, false));
-    QSpinBox::setValue(int(shown));
+    // No rawMin offset here, unlike the double spin box; that difference is kept.
+    QSpinBox::setValue(int(state.rawToDisplay(raw, BoundFieldState::RawOrigin::Zero)));
     state.storedValue = QSpinBox::value();
     state.valueReceived = true;
-    showNumber(state.storedValue);
+    showOrBlank();
 }
 
 int ZelvarSpinBox::value()
 {
-    return state.physicalToRaw(state.fromDisplay(QSpinBox::value()), false);
+    return state.displayToRaw(QSpinBox::value(), BoundFieldState::RawOrigin::Zero);
 }
 
 void ZelvarSpinBox::setObjectName(const QString &name)
 {
-    state.fieldId = BoundFieldState::fieldIdOf(name);
+    state.fieldId = FieldHelper::fieldId(name);
     QSpinBox::setObjectName(name);
 }
 
 void ZelvarSpinBox::connected()
 {
-    if (state.connected)
-        return;
-    state.loadUnits();
-    BoundFieldState::listenForDevice(this);
-    state.connected = true;
+    state.connect(this);
 }
 
 void ZelvarSpinBox::disconnected()
 {
-    BoundFieldState::stopListeningForDevice();
+    state.disconnect();
     // The placeholder is the range's low end, shown blank.
     state.storedValue = minimum();
-    state.connected = false;
-    state.valueReceived = false;
     restoreValue();
 }
 
@@ -84,8 +77,6 @@ void ZelvarSpinBox::on_deviceLoaded()
 {
     if (!state.loadLimits(objectName()))
         return;
-    if (!state.unitsHelper)
-        state.loadUnits();
     setRange(int(state.toDisplay(state.limits.physicalMin)),
              int(state.toDisplay(state.limits.physicalMax)));
     setSingleStep(int(state.singleStep()));
@@ -95,23 +86,34 @@ void ZelvarSpinBox::on_valueChanged(int value)
 {
     if (!isEnabled())
         return;
-    if (value == state.storedValue) {
-        emit setIsDirty(false);
-        state.dirty = false;
-    } else if (!state.dirty) {
-        emit setIsDirty(true);
-        state.dirty = true;
-    }
+    if (const auto mark = state.markChange(value != state.storedValue))
+        emit setIsDirty(*mark);
 }
 
 QString ZelvarSpinBox::textFromValue(int value) const
 {
-    return state.showsValue() ? QSpinBox::textFromValue(value) : QString();
+    return state.showsValue() || measuring ? QSpinBox::textFromValue(value) : QString();
 }
 
-// Sets the number and redraws its text, which a change of state alone does not do.
-void ZelvarSpinBox::showNumber(int number)
+// Sized for the numbers of its range even while it shows none.
+QSize ZelvarSpinBox::sizeHint() const
 {
-    QSpinBox::setValue(number);
+    const QScopedValueRollback<bool> measure(measuring, true);
+    return QSpinBox::sizeHint();
+}
+
+QSize ZelvarSpinBox::minimumSizeHint() const
+{
+    const QScopedValueRollback<bool> measure(measuring, true);
+    return QSpinBox::minimumSizeHint();
+}
+
+// Turning blank or shown changes no number, so the text is redrawn here. Only then:
+// rewriting it on every poll would also wipe out what the user is typing.
+void ZelvarSpinBox::showOrBlank()
+{
+    if (textShown == state.showsValue())
+        return;
+    textShown = state.showsValue();
     lineEdit()->setText(textFromValue(QSpinBox::value()));
 }

@@ -3,6 +3,7 @@
 #include "widgets/boundfieldstate.h"
 #include "widgets/iconnectinfo.h"
 #include "widgets/igroupinputcomponent.h"
+#include "widgets/iservovalue.h"
 #include "widgets/iunitdatafield.h"
 
 #include <QSpinBox>
@@ -17,7 +18,8 @@
 class ZelvarSpinBox : public QSpinBox,
                       public IGroupInputComponent,
                       public IConnectInfo,
-                      public IUnitDataField
+                      public IUnitDataField,
+                      public IServoValue
 {
     Q_OBJECT
 
@@ -35,8 +37,9 @@ public:
     void setObjectName(const QString &name) override;
     void applyDependency() override {}
 
+    bool showsServoValue() const override { return state.showsValue(); }
+
     bool isLocked() const { return state.locked; }
-    bool isDirty() const { return state.dirty; }
 
 public slots:
     void connected() override;
@@ -49,9 +52,14 @@ signals:
 
 protected:
     QString textFromValue(int value) const override;
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 private:
-    void showNumber(int number);
+    void showOrBlank();
 
     BoundFieldState state;
+    // Whether the text shows the number (true) or is blank.
+    bool textShown = false;
+    mutable bool measuring = false;
 };

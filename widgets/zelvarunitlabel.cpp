@@ -1,5 +1,6 @@
 #include "widgets/zelvarunitlabel.h"
 
+#include "device/fieldhelper.h"
 #include "device/unitshelper.h"
 #include "widgets/boundfieldstate.h"
 
@@ -21,7 +22,7 @@ void ZelvarUnitLabel::setLocked(bool lock)
 
 void ZelvarUnitLabel::setObjectName(const QString &name)
 {
-    id = BoundFieldState::fieldIdOf(name);
+    id = FieldHelper::fieldId(name);
     QLabel::setObjectName(name);
 }
 
@@ -52,7 +53,6 @@ void ZelvarUnitLabel::showCaption()
         QLabel::setText(baseCaption + QLatin1Char(':'));
         return;
     }
-    BoundFieldState units(nullptr);
-    units.loadUnits();
-    QLabel::setText(QStringLiteral("%1 (%2):").arg(baseCaption, units.unitsHelper->unitName(id)));
+    QLabel::setText(
+        QStringLiteral("%1 (%2):").arg(baseCaption, BoundFieldState::currentUnits()->unitName(id)));
 }
