@@ -1,12 +1,16 @@
 // A live connection to the in-process virtual bus at 1,000,000 baud, polled every 10 ms,
-// with the whole window up (offscreen). Prints how many ticks were answered, what one
-// reply costs the program from its arrival until every control and register cell shows
-// it, and what the process used.
+// with the whole window up (offscreen). The servo turns in wheel mode, so its position,
+// speed and load change from reply to reply. Prints how many ticks were answered, what
+// one reply costs the program from its arrival until every control and register cell
+// shows it, and what the process used.
 #include "app/mainwindow.h"
 #include "device/uiregisterhelper.h"
 #include "link/uischeduler.h"
 #include "settings/settingsdialog.h"
+#include "simulator/servoregisters.h"
+#include "simulator/virtualbus.h"
 #include "simulator/virtualbusportprovider.h"
+#include "simulator/virtualservo.h"
 #include "views/registerview.h"
 #include "widgets/iunitdatafield.h"
 
@@ -28,7 +32,10 @@
 
 namespace {
 
+// Standing in wheel mode on the standard bus.
 constexpr int servoId = 1;
+// 1.5 rad/s, below the servo's speed limit.
+constexpr int targetVelocity = 1500;
 constexpr int baudRate = 1000000;
 constexpr int pollingIntervalMs = 10;
 constexpr int defaultSeconds = 30;
@@ -66,26 +73,42 @@ public:
     std::vector<qint64> replyNanoseconds;
 };
 
-// Stands in for the model number box, which shows a constant, to tell the bench that a
-// reply is being handed out.
+// Sits between the poll binder and the model number box, the first field of a reply, to
+// tell the bench that a reply is being handed out; the box still gets every call.
 class ReplyMarker : public QObject, public IUnitDataField
 {
 public:
-    explicit ReplyMarker(bool &seen)
-        : seen(seen)
+    ReplyMarker(IUnitDataField *box, bool &seen)
+        : box(box)
+        , seen(seen)
     {}
 
-    QString objectName() const override { return QObject::objectName(); }
-    void setLocked(bool) override {}
-    int32_t fieldId() const override { return 0; }
-    void setValue(int) override { seen = true; }
-    int value() override { return 0; }
-    void setObjectName(const QString &name) override { QObject::setObjectName(name); }
-    void applyDependency() override {}
+    QString objectName() const override { return box->objectName(); }
+    void setLocked(bool lock) override { box->setLocked(lock); }
+    int32_t fieldId() const override { return box->fieldId(); }
+    void setValue(int raw) override
+    {
+        seen = true;
+        box->setValue(raw);
+    }
+    int value() override { return box->value(); }
+    void setObjectName(const QString &name) override { box->setObjectName(name); }
+    void applyDependency() override { box->applyDependency(); }
 
 private:
+    IUnitDataField *box;
     bool &seen;
 };
+
+void startTurning(VirtualBus &bus)
+{
+    for (const auto &servo : bus.servos()) {
+        if (servo->id() == servoId) {
+            servo->setValue(ServoRegister::ControlEnable, 1, 1);
+            servo->setValue(ServoRegister::TargetVelocity, 2, targetVelocity);
+        }
+    }
+}
 
 double processorSeconds()
 {
@@ -123,7 +146,7 @@ int main(int argc, char *argv[])
 
     TimedApplication application(argc, argv);
     const int seconds = argc > 1 ? std::max(1, atoi(argv[1])) : defaultSeconds;
-    VirtualBusPortProvider::installProcessBus();
+    startTurning(*VirtualBusPortProvider::installProcessBus());
 
     MainWindow window;
     window.show();
@@ -146,8 +169,10 @@ int main(int argc, char *argv[])
         return 1;
     }
 
-    ReplyMarker marker(application.replyHandled);
-    UiRegisterHelper::instance()->registerWidget("modelNumberLineEdit", &marker);
+    auto *modelNumber =
+        dynamic_cast<IUnitDataField *>(window.findChild<QObject *>("modelNumberLineEdit"));
+    ReplyMarker marker(modelNumber, application.replyHandled);
+    UiRegisterHelper::instance()->registerWidget(modelNumber->objectName(), &marker);
     // Both tabs are painted in turn, as a user flicking between them would have them.
     auto *tabs = window.findChild<QTabWidget *>("tabWidget");
     QTimer flick;
@@ -166,8 +191,8 @@ int main(int argc, char *argv[])
     const double processor = processorSeconds() - processorBefore;
 
     const auto replies = long(application.replyNanoseconds.size());
-    std::printf("run: %.1f s at %d baud, polling every %d ms, servo %d\n", wallSeconds, baudRate,
-                pollingIntervalMs, servoId);
+    std::printf("run: %.1f s at %d baud, polling every %d ms, servo %d turning\n", wallSeconds,
+                baudRate, pollingIntervalMs, servoId);
     std::printf("ticks: %ld\n", application.ticks);
     std::printf("replies completed: %ld (%.2f %% of ticks)\n", replies,
                 application.ticks ? 100.0 * double(replies) / double(application.ticks) : 0.0);
