@@ -4,6 +4,8 @@
 #include "widgets/iunitdatafield.h"
 
 #include <QComboBox>
+#include <iterator>
+#include <vector>
 
 namespace {
 
@@ -197,6 +199,13 @@ const Step steps[] = {
     {DefAccelerationProfileDoubleSpinBox, {L, U, U, U, U}},
 };
 
+// A controller is built for every received mode value; the names are made once.
+const std::vector<QString> &controlNameStrings()
+{
+    static const std::vector<QString> names(std::begin(controlNames), std::end(controlNames));
+    return names;
+}
+
 int itemCount(IUnitDataField *comboBox)
 {
     const auto *box = dynamic_cast<QComboBox *>(comboBox);
@@ -211,8 +220,8 @@ ControllerBase::ControllerBase()
     if (!helper)
         return;
     controls.reserve(ControlCount);
-    for (const char *name : controlNames)
-        controls.push_back(helper->field(QLatin1String(name)));
+    for (const QString &name : controlNameStrings())
+        controls.push_back(helper->field(name));
     operatingMode = dynamic_cast<IUnitDataField *>(controls[OperatingModeComboBox]);
     inputMode = dynamic_cast<IUnitDataField *>(controls[InputModeComboBox]);
 }

@@ -8,6 +8,8 @@ const char statusStyle[] =
     "QCheckBox{spacing:%1px;} QAbstractButton{ color:#4d4c4c; padding-right:2px; } "
     "QCheckBox::indicator { width: 12px; height: 12px; background:%2; border-style: solid; "
     "border: 1px solid #b8a692; border-radius: 3px; }";
+const char setBackground[] = "#ff461d";
+const char clearBackground[] = "#eceae9";
 
 } // namespace
 
@@ -23,23 +25,21 @@ void ZelvarStatusCheckBox::setText(const QString &text)
     setStatus(isChecked());
 }
 
-// Called after every reply, so it measures the caption only when the caption or the
-// group's width has changed, and restyles only when the style changes.
+// Called after every reply, so the caption is measured and the box restyled only when
+// the caption, the group's width or the colour has changed.
 void ZelvarStatusCheckBox::setStatus(bool on)
 {
     setChecked(on);
     auto *group = qobject_cast<ZelvarParametersGroupBox *>(parentWidget());
     const int groupWidth = group ? group->width() : -1;
-    if (groupWidth != measuredGroupWidth || text() != measuredText) {
-        measuredGroupWidth = groupWidth;
-        measuredText = text();
-        spacing = group ? groupWidth - fontMetrics().horizontalAdvance(measuredText) - 40 : 0;
-    }
-    const char *background = on && isConnected ? "#ff461d" : "#eceae9";
-    const QString style =
-        QString::fromLatin1(statusStyle).arg(spacing).arg(QLatin1String(background));
-    if (style != styleSheet())
-        setStyleSheet(style);
+    const char *background = on && isConnected ? setBackground : clearBackground;
+    if (groupWidth == styledGroupWidth && background == styledBackground && text() == styledText)
+        return;
+    styledGroupWidth = groupWidth;
+    styledBackground = background;
+    styledText = text();
+    const int spacing = group ? groupWidth - fontMetrics().horizontalAdvance(styledText) - 40 : 0;
+    setStyleSheet(QString::fromLatin1(statusStyle).arg(spacing).arg(QLatin1String(background)));
 }
 
 void ZelvarStatusCheckBox::connected()

@@ -25,9 +25,8 @@ public slots:
 
 private:
     bool isConnected = false;
-    // The spacing that puts the indicator at the group's right edge, for this caption
-    // and group width.
-    int spacing = 0;
-    QString measuredText;
-    int measuredGroupWidth = -1;
+    // What the style sheet was made for.
+    QString styledText;
+    int styledGroupWidth = -1;
+    const char *styledBackground = nullptr;
 };
