@@ -49,7 +49,6 @@ private slots:
         group = std::make_unique<ZelvarParametersGroupBox>();
         group->resize(381, 400);
     }
-    void cleanup() { group.reset(); }
 
     // Groups and controllers find the controls only through these casts from QObject.
     void interfaceCasts()

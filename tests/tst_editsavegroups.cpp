@@ -201,21 +201,6 @@ private slots:
             form->disconnectLink();
         QCOMPARE(form->ui.nvParamsEditSaveToolButton->isEnabled(), nonVolatileEditable);
         QCOMPARE(form->ui.vParamsEditSaveToolButton->isEnabled(), volatileEditable);
-        if (!disconnect)
-            form->deliver(QStringLiteral("enableMotorCheckBox"), !motorOn);
-        QCOMPARE(form->ui.nvParamsEditSaveToolButton->isEnabled(),
-                 !dynamixelAx12 && !disconnect && motorOn);
-    }
-
-    // The helper is process-wide and outlives the first view's form.
-    void helperOutlivesItsForm()
-    {
-        QCheckBox motor;
-        QObject::connect(&motor, SIGNAL(toggled(bool)), helper.get(),
-                         SLOT(on_enableMotorCheckBox_toggled(bool)));
-        form.reset();
-        motor.toggle();
-        QCOMPARE(helper->nonVolatileBlock(), QByteArray(38, '\0'));
     }
 
     // Switched inside the volatile group's edit, the motor box must still decide whether the
