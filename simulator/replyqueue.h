@@ -34,5 +34,6 @@ private:
 
     std::function<qint64()> clock;
     std::vector<BusReply> pending;
-    QTimer timer;
+    // A child, so that whoever watches the event loop can tell whose timer fires.
+    QTimer timer{this};
 };
