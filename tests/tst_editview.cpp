@@ -7,16 +7,8 @@
 #include "settings/settings.h"
 #include "settings/settingsdialog.h"
 #include "views/editview.h"
-#include "widgets/iconnectinfo.h"
 #include "widgets/uigrouphelper.h"
-#include "widgets/zelvargrouptoolbutton.h"
-#include "widgets/zelvarparametersgroupbox.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QtTest>
 
 namespace {
@@ -41,12 +33,6 @@ class TestEditView : public QObject
 {
     Q_OBJECT
 
-    template<typename T = QWidget>
-    T *widget(const QString &name) const
-    {
-        return view->findChild<T *>(name);
-    }
-
     std::unique_ptr<SettingsDialog> settingsDialog;
     std::unique_ptr<EditView> view;
 
@@ -67,138 +53,107 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("className");
-        // A unit label's caption is followed by its unit; a combo box lists its items, the
-        // current one in brackets; a spin box gives the form's own limits.
         QTest::addColumn<QString>("text");
 
-        const QVector<std::array<const char *, 3>> rows = {
-            {"scrollArea", "QScrollArea", ""},
-            {"realtimeInformationGroupBox", "ZelvarParametersGroupBox", "Realtime information"},
-            {"versionInfoGroupBox", "ZelvarParametersGroupBox", "Version information"},
-            {"zelvarHardwareErrorGroupBox", "ZelvarParametersGroupBox", "Hardware error status"},
-            {"zelvarPacketStatusGroupBox", "ZelvarParametersGroupBox", "Status packet information"},
-            {"nonVolatileParamsGroupBox", "ZelvarParametersGroupBox", "Parameters (non-volatile)"},
-            {"volatileParamsGroupBox", "ZelvarParametersGroupBox", "Parameters (volatile)"},
-            {"positionLabel", "ZelvarUnitLabel", "Position"},
-            {"angularVelocityLabel", "ZelvarUnitLabel", "Angular velocity"},
-            {"torqueLabel", "ZelvarUnitLabel", "Torque"},
-            {"voltageLabel", "ZelvarUnitLabel", "Voltage"},
-            {"quadratureCurrentLabel", "ZelvarUnitLabel", "Phase current (Iq)"},
-            {"temperatureLabel", "ZelvarUnitLabel", "Temperature"},
-            {"actualPositionLineEdit", "ZelvarLineEdit", ""},
-            {"actualAngularVelocityLineEdit", "ZelvarLineEdit", ""},
-            {"actualTorqueLineEdit", "ZelvarLineEdit", ""},
-            {"actualVoltageLineEdit", "ZelvarLineEdit", ""},
-            {"actualQuadratureCurrentLineEdit", "ZelvarLineEdit", ""},
-            {"actualTemperatureLineEdit", "ZelvarLineEdit", ""},
-            {"isMovingCheckBox", "ZelvarCheckBox", "Is moving:"},
-            {"modelNumberLabel", "QLabel", "Model number:"},
-            {"modelNumberLineEdit", "ZelvarLineEdit", ""},
-            {"firmwareVersionLabel", "QLabel", "Firmware version"},
-            {"firmwareVersionLineEdit", "ZelvarLineEdit", ""},
-            {"baudRateLabel", "QLabel", "Baud rate:"},
-            {"baudRateComboBox", "ZelvarBaudRateComboBox",
-             "9600|19200|38400|57600|115200|200000|250000|400000|500000|1000000|2000000|[-]"},
-            {"idLabel", "ZelvarUnitLabel", "ID"},
-            {"idSpinBox", "ZelvarSpinBox", "max 253"},
-            {"ackResponseTimeLabel", "ZelvarUnitLabel", "Acknowledge response time"},
-            {"ackResponseTimeSpinBox", "ZelvarSpinBox", "max 508"},
-            {"operatingModeLabel", "QLabel", "Operating mode:"},
-            {"operatingModeComboBox", "ZelvarComboBox",
-             "[Torque]|Wheel|Joint|Multi-turn|Stepper|-"},
-            {"inputModeLabel", "ZelvarLabel", "Input mode:"},
-            {"inputModeComboBox", "ZelvarComboBox", "[Trajectory]|Position|-"},
-            {"label_6", "QLabel", "Limits"},
-            {"clockwiseAngleLimitLabel", "ZelvarUnitLabel", "Clockwise angle limit"},
-            {"clockwiseLimitDoubleSpinBox", "ZelvarDoubleSpinBox", ""},
-            {"counterClockwiseAngleLimitLabel", "ZelvarUnitLabel", "Counter-clockwise angle limit"},
-            {"counterClockwiseLimitDoubleSpinBox", "ZelvarDoubleSpinBox", ""},
-            {"upperTemperatureLimitLabel", "ZelvarUnitLabel", "Temperature limit"},
-            {"temperatureLimitDoubleSpinBox", "ZelvarDoubleSpinBox", ""},
-            {"minVoltageLimitLabel", "ZelvarUnitLabel", "Minimum voltage"},
-            {"minVoltageLimitDoubleSpinBox", "ZelvarDoubleSpinBox", ""},
-            {"maxVoltageLimitLabel", "ZelvarUnitLabel", "Maximum voltage"},
-            {"maxVoltageLimitDoubleSpinBox", "ZelvarDoubleSpinBox", ""},
-            {"quadratureCurrentLimitLabel", "ZelvarUnitLabel", "Phase current (Iq) limit:"},
-            {"quadratureCurrentLimitDoubleSpinBox", "ZelvarDoubleSpinBox", ""},
-            {"angularVelocityLimitLabel", "ZelvarUnitLabel", "Angular velocity limit"},
-            {"angularVelocityLimitDoubleSpinBox", "ZelvarDoubleSpinBox", ""},
-            {"accelerationLimitLabel", "ZelvarUnitLabel", "Acceleration limit"},
-            {"accelerationLimitDoubleSpinBox", "ZelvarDoubleSpinBox", ""},
-            {"label_7", "QLabel", "Adjustments"},
-            {"hornPositionOffsetLabel", "ZelvarUnitLabel", "Home position offset"},
-            {"hornPositionOffsetDoubleSpinBox", "ZelvarDoubleSpinBox", ""},
-            {"movingThresholdLabel", "ZelvarUnitLabel", "Moving threshold"},
-            {"movingThresholdDoubleSpinBox", "ZelvarDoubleSpinBox", ""},
-            {"label_9", "QLabel", "Default control parameters"},
-            {"defPositionProportionalTermLabel", "ZelvarLabel", "Position proportional term:"},
-            {"defPositionProportionalTermDoubleSpinBox", "ZelvarDoubleSpinBox", "max 31.87"},
-            {"defVelocityFeedforwardTermLabel", "ZelvarLabel", "Velocity feedforward term:"},
-            {"defVelocityFeedforwardTermDoubleSpinBox", "ZelvarDoubleSpinBox",
-             "max 1.02 step 0.01"},
-            {"defVelocityProportionalTermLabel", "ZelvarLabel", "Velocity proportional term:"},
-            {"defVelocityProportionalTermDoubleSpinBox", "ZelvarDoubleSpinBox", "max 31.87"},
-            {"defVelocityIntegralTermLabel", "ZelvarLabel", "Velocity integral term:"},
-            {"defVelocityIntegralTermDoubleSpinBox", "ZelvarDoubleSpinBox", "max 124.5"},
-            {"defCurrentFeedforwardTermLabel", "ZelvarLabel", "Current feedforward term:"},
-            {"defCurrentFeedforwardTermDoubleSpinBox", "ZelvarDoubleSpinBox", "max 1.02 step 0.01"},
-            {"defAngularVelocityProfileLabel", "ZelvarUnitLabel", "Angular velocity profile:"},
-            {"defAngularVelocityProfileDoubleSpinBox", "ZelvarDoubleSpinBox", ""},
-            {"defAccelerationProfileLabel", "ZelvarUnitLabel", "Acceleration profile:"},
-            {"defAccelerationProfileDoubleSpinBox", "ZelvarDoubleSpinBox", ""},
-            {"nvParamsCancelToolButton", "ZelvarGroupToolButton", "Cancel"},
-            {"nvParamsEditSaveToolButton", "ZelvarGroupToolButton", "Edit"},
-            {"label", "QLabel", "Position"},
-            {"targetPositionLabel", "ZelvarUnitLabel", "Target position"},
-            {"targetPositionDoubleSpinBox", "ZelvarDoubleSpinBox", ""},
-            {"positionProportionalTermLabel", "ZelvarLabel", "Proportional term:"},
-            {"positionProportionalTermDoubleSpinBox", "ZelvarDoubleSpinBox", "max 31.87"},
-            {"velocityFeedforwardTermLabel", "ZelvarLabel", "Velocity feedforward term:"},
-            {"velocityFeedforwardTermDoubleSpinBox", "ZelvarDoubleSpinBox", "max 1.02 step 0.01"},
-            {"label_2", "QLabel", "Angular velocity"},
-            {"targetAngularVelocityLabel", "ZelvarUnitLabel", "Target velocity"},
-            {"targetAngularVelocityDoubleSpinBox", "ZelvarDoubleSpinBox", ""},
-            {"targetAngularVelocityDirectionLabel", "ZelvarLabel", "Direction:"},
-            {"targetAngularVelocityDirectionComboBox", "ZelvarComboBox",
-             "Counter-clockwise|Clockwise|[-]"},
-            {"velocityProportionalTermLabel", "ZelvarLabel", "Proportional term:"},
-            {"velocityProportionalTermDoubleSpinBox", "ZelvarDoubleSpinBox", "max 31.87"},
-            {"velocityIntegralTermLabel", "ZelvarLabel", "Integral term:"},
-            {"velocityIntegralTermDoubleSpinBox", "ZelvarDoubleSpinBox", "max 124.5"},
-            {"currentFeedforwardTermLabel", "ZelvarLabel", "Current feedforward term:"},
-            {"currentFeedforwardTermDoubleSpinBox", "ZelvarDoubleSpinBox", "max 1.02 step 0.01"},
-            {"label_3", "QLabel", "Torque"},
-            {"targetTorqueLabel", "ZelvarUnitLabel", "Target torque"},
-            {"targetTorqueDoubleSpinBox", "ZelvarDoubleSpinBox", ""},
-            {"targetTorqueDirectionLabel", "ZelvarLabel", "Direction:"},
-            {"targetTorqueDirectionComboBox", "ZelvarComboBox", "Counter-clockwise|Clockwise|[-]"},
-            {"label_4", "QLabel", "Profile"},
-            {"angularVelocityProfileLabel", "ZelvarUnitLabel", "Angular velocity profile:"},
-            {"angularVelocityProfileDoubleSpinBox", "ZelvarDoubleSpinBox", ""},
-            {"accelerationProfileLabel", "ZelvarUnitLabel", "Acceleration profile:"},
-            {"accelerationProfileDoubleSpinBox", "ZelvarDoubleSpinBox", ""},
-            {"label_5", "QLabel", "Miscellaneous"},
-            {"enableMotorCheckBox", "ZelvarCheckBox", "Enable motor"},
-            {"pendingShadowInstructionCheckBox", "ZelvarCheckBox", "Pending shadow instruction:"},
-            {"vParamsCancelToolButton", "ZelvarGroupToolButton", "Cancel"},
-            {"vParamsEditSaveToolButton", "ZelvarGroupToolButton", "Edit"},
-            {"overloadStatusCheckBox", "ZelvarStatusCheckBox", "Overload error"},
-            {"overheatingStatusCheckBox", "ZelvarCheckBox", "Overheating error"},
-            {"angleLimitStatusCheckBox", "ZelvarCheckBox", "Angle limit error"},
-            {"inputVoltageStatusCheckBox", "ZelvarCheckBox", "Input voltage error"},
-            {"encoderStatusCheckBox", "ZelvarCheckBox", "Encoder error"},
-            {"hallStatusCheckBox", "ZelvarCheckBox", "Hall sensor error"},
-            {"processStatusCheckBox", "ZelvarStatusCheckBox", "Process failure"},
-            {"instructionStatusCheckBox", "ZelvarStatusCheckBox", "Instruction error"},
-            {"checksumStatusCheckBox", "ZelvarStatusCheckBox", "Checksum error"},
-            {"rangeStatusCheckBox", "ZelvarStatusCheckBox", "Data range error"},
-            {"dataLengthStatusCheckBox", "ZelvarStatusCheckBox", "Data length error"},
-            {"dataLimitStatusCheckBox", "ZelvarStatusCheckBox", "Data limit error"},
-            {"accessStatusCheckBox", "ZelvarStatusCheckBox", "Access error"},
-            {"alertStatusCheckBox", "ZelvarStatusCheckBox", "Alert"},
+        // Per class, name=text entries. A unit label's caption is followed by its unit; a combo
+        // box lists its items, the current one in brackets; a spin box gives the form's limits.
+        const std::pair<const char *, const char *> classes[] = {
+            {"QScrollArea", "scrollArea"},
+            {"ZelvarParametersGroupBox", "realtimeInformationGroupBox=Realtime information;"
+                                         "versionInfoGroupBox=Version information;"
+                                         "zelvarHardwareErrorGroupBox=Hardware error status;"
+                                         "zelvarPacketStatusGroupBox=Status packet information;"
+                                         "nonVolatileParamsGroupBox=Parameters (non-volatile);"
+                                         "volatileParamsGroupBox=Parameters (volatile)"},
+            {"ZelvarUnitLabel",
+             "positionLabel=Position;angularVelocityLabel=Angular velocity;torqueLabel=Torque;"
+             "voltageLabel=Voltage;quadratureCurrentLabel=Phase current (Iq);"
+             "temperatureLabel=Temperature;idLabel=ID;"
+             "ackResponseTimeLabel=Acknowledge response time;"
+             "clockwiseAngleLimitLabel=Clockwise angle limit;"
+             "counterClockwiseAngleLimitLabel=Counter-clockwise angle limit;"
+             "upperTemperatureLimitLabel=Temperature limit;minVoltageLimitLabel=Minimum voltage;"
+             "maxVoltageLimitLabel=Maximum voltage;"
+             "quadratureCurrentLimitLabel=Phase current (Iq) limit:;"
+             "angularVelocityLimitLabel=Angular velocity limit;"
+             "accelerationLimitLabel=Acceleration limit;"
+             "hornPositionOffsetLabel=Home position offset;movingThresholdLabel=Moving threshold;"
+             "defAngularVelocityProfileLabel=Angular velocity profile:;"
+             "defAccelerationProfileLabel=Acceleration profile:;"
+             "targetPositionLabel=Target position;targetAngularVelocityLabel=Target velocity;"
+             "targetTorqueLabel=Target torque;"
+             "angularVelocityProfileLabel=Angular velocity profile:;"
+             "accelerationProfileLabel=Acceleration profile:"},
+            {"ZelvarLineEdit",
+             "actualPositionLineEdit;actualAngularVelocityLineEdit;actualTorqueLineEdit;"
+             "actualVoltageLineEdit;actualQuadratureCurrentLineEdit;actualTemperatureLineEdit;"
+             "modelNumberLineEdit;firmwareVersionLineEdit"},
+            {"ZelvarCheckBox",
+             "isMovingCheckBox=Is moving:;enableMotorCheckBox=Enable motor;"
+             "pendingShadowInstructionCheckBox=Pending shadow instruction:;"
+             "overheatingStatusCheckBox=Overheating error;"
+             "angleLimitStatusCheckBox=Angle limit error;"
+             "inputVoltageStatusCheckBox=Input voltage error;encoderStatusCheckBox=Encoder error;"
+             "hallStatusCheckBox=Hall sensor error"},
+            {"QLabel",
+             "modelNumberLabel=Model number:;firmwareVersionLabel=Firmware version;"
+             "baudRateLabel=Baud rate:;operatingModeLabel=Operating mode:;label_6=Limits;"
+             "label_7=Adjustments;label_9=Default control parameters;label=Position;"
+             "label_2=Angular velocity;label_3=Torque;label_4=Profile;label_5=Miscellaneous"},
+            {"ZelvarBaudRateComboBox", "baudRateComboBox=9600|19200|38400|57600|115200|200000|"
+                                       "250000|400000|500000|1000000|2000000|[-]"},
+            {"ZelvarSpinBox", "idSpinBox=max 253;ackResponseTimeSpinBox=max 508"},
+            {"ZelvarComboBox",
+             "operatingModeComboBox=[Torque]|Wheel|Joint|Multi-turn|Stepper|-;"
+             "inputModeComboBox=[Trajectory]|Position|-;"
+             "targetAngularVelocityDirectionComboBox=Counter-clockwise|Clockwise|[-];"
+             "targetTorqueDirectionComboBox=Counter-clockwise|Clockwise|[-]"},
+            {"ZelvarLabel", "inputModeLabel=Input mode:;"
+                            "defPositionProportionalTermLabel=Position proportional term:;"
+                            "defVelocityFeedforwardTermLabel=Velocity feedforward term:;"
+                            "defVelocityProportionalTermLabel=Velocity proportional term:;"
+                            "defVelocityIntegralTermLabel=Velocity integral term:;"
+                            "defCurrentFeedforwardTermLabel=Current feedforward term:;"
+                            "positionProportionalTermLabel=Proportional term:;"
+                            "velocityFeedforwardTermLabel=Velocity feedforward term:;"
+                            "targetAngularVelocityDirectionLabel=Direction:;"
+                            "velocityProportionalTermLabel=Proportional term:;"
+                            "velocityIntegralTermLabel=Integral term:;"
+                            "currentFeedforwardTermLabel=Current feedforward term:;"
+                            "targetTorqueDirectionLabel=Direction:"},
+            {"ZelvarDoubleSpinBox",
+             "clockwiseLimitDoubleSpinBox;counterClockwiseLimitDoubleSpinBox;"
+             "temperatureLimitDoubleSpinBox;minVoltageLimitDoubleSpinBox;"
+             "maxVoltageLimitDoubleSpinBox;quadratureCurrentLimitDoubleSpinBox;"
+             "angularVelocityLimitDoubleSpinBox;accelerationLimitDoubleSpinBox;"
+             "hornPositionOffsetDoubleSpinBox;movingThresholdDoubleSpinBox;"
+             "defPositionProportionalTermDoubleSpinBox=max 31.87;"
+             "defVelocityFeedforwardTermDoubleSpinBox=max 1.02 step 0.01;"
+             "defVelocityProportionalTermDoubleSpinBox=max 31.87;"
+             "defVelocityIntegralTermDoubleSpinBox=max 124.5;"
+             "defCurrentFeedforwardTermDoubleSpinBox=max 1.02 step 0.01;"
+             "defAngularVelocityProfileDoubleSpinBox;defAccelerationProfileDoubleSpinBox;"
+             "targetPositionDoubleSpinBox;positionProportionalTermDoubleSpinBox=max 31.87;"
+             "velocityFeedforwardTermDoubleSpinBox=max 1.02 step 0.01;"
+             "targetAngularVelocityDoubleSpinBox;velocityProportionalTermDoubleSpinBox=max 31.87;"
+             "velocityIntegralTermDoubleSpinBox=max 124.5;"
+             "currentFeedforwardTermDoubleSpinBox=max 1.02 step 0.01;targetTorqueDoubleSpinBox;"
+             "angularVelocityProfileDoubleSpinBox;accelerationProfileDoubleSpinBox"},
+            {"ZelvarGroupToolButton",
+             "nvParamsCancelToolButton=Cancel;nvParamsEditSaveToolButton=Edit;"
+             "vParamsCancelToolButton=Cancel;vParamsEditSaveToolButton=Edit"},
+            {"ZelvarStatusCheckBox",
+             "overloadStatusCheckBox=Overload error;processStatusCheckBox=Process failure;"
+             "instructionStatusCheckBox=Instruction error;checksumStatusCheckBox=Checksum error;"
+             "rangeStatusCheckBox=Data range error;dataLengthStatusCheckBox=Data length error;"
+             "dataLimitStatusCheckBox=Data limit error;accessStatusCheckBox=Access error;"
+             "alertStatusCheckBox=Alert"},
         };
-        for (const auto &row : rows)
-            QTest::newRow(row[0]) << row[0] << row[1] << row[2];
+        for (const auto &[className, entries] : classes)
+            for (const QString &entry : QString(entries).split(';')) {
+                const QString name = entry.section('=', 0, 0);
+                QTest::newRow(qPrintable(name)) << name << className << entry.section('=', 1);
+            }
     }
     void widgets()
     {
@@ -206,7 +161,7 @@ private slots:
         QFETCH(QString, className);
         QFETCH(QString, text);
 
-        QWidget *found = widget(name);
+        QWidget *found = view->findChild<QWidget *>(name);
         QVERIFY(found);
         QCOMPARE(found->metaObject()->className(), className);
         QString shown =
@@ -238,45 +193,37 @@ private slots:
             QVERIFY(!found->isEnabled());
     }
 
-    void captionsAreNotClipped_data()
-    {
-        QTest::addColumn<bool>("loaded");
-        QTest::newRow("disconnected") << false;
-        // Shown values and the device's ranges widen the spin boxes, leaving captions less
-        // room; minus signs must still fit.
-        QTest::newRow("values shown") << true;
-    }
-    // The groups have fixed sizes; the form's own font keeps every caption inside them,
-    // units included, whatever the desktop's font.
+    // The groups have fixed sizes; the form's own font keeps every caption inside them, units
+    // included, whatever the desktop's font. Shown values and the device's ranges widen the
+    // spin boxes, leaving captions less room; minus signs must still fit.
     void captionsAreNotClipped()
     {
-        QFETCH(bool, loaded);
         view->resize(1120, 860);
         view->show();
         QVERIFY(QTest::qWaitForWindowExposed(view.get()));
-        if (loaded) {
-            QList<QObject *> groups;
-            for (auto *group : view->findChildren<ZelvarParametersGroupBox *>())
-                groups << group;
-            connectAll(groups);
-            // The new ranges are laid out before the first poll brings values.
-            QCoreApplication::processEvents();
-            for (const auto &item : UiRegisterHelper::instance()->pollMap())
-                deliver(item.first, 0);
-            deliver(7, -2047);  // clockwise limit, -180 degrees
-            deliver(20, -4096); // home offset, a turn back
-            QCoreApplication::processEvents();
-        }
-        for (const QLabel *label : view->findChildren<QLabel *>()) {
-            const int needed = label->fontMetrics().horizontalAdvance(label->text());
-            QVERIFY2(label->contentsRect().width() >= needed, qPrintable(label->objectName()));
-        }
-        for (const QAbstractSpinBox *spinBox : view->findChildren<QAbstractSpinBox *>()) {
-            // The editor keeps two pixels each side for the cursor.
-            const auto *editor = spinBox->findChild<QLineEdit *>();
-            const int needed = editor->fontMetrics().horizontalAdvance(editor->text());
-            QVERIFY2(editor->contentsRect().width() - 4 >= needed,
-                     qPrintable(spinBox->objectName()));
+        for (const bool loaded : {false, true}) {
+            if (loaded) {
+                const auto groups = view->findChildren<ZelvarParametersGroupBox *>();
+                connectAll(QList<QObject *>(groups.begin(), groups.end()));
+                // The new ranges are laid out before the first poll brings values.
+                QCoreApplication::processEvents();
+                for (const auto &item : UiRegisterHelper::instance()->pollMap())
+                    deliver(item.first, 0);
+                deliver(7, -2047);  // clockwise limit, -180 degrees
+                deliver(20, -4096); // home offset, a turn back
+                QCoreApplication::processEvents();
+            }
+            for (const QLabel *label : view->findChildren<QLabel *>()) {
+                const int needed = label->fontMetrics().horizontalAdvance(label->text());
+                QVERIFY2(label->contentsRect().width() >= needed, qPrintable(label->objectName()));
+            }
+            for (const QAbstractSpinBox *spinBox : view->findChildren<QAbstractSpinBox *>()) {
+                // The editor keeps two pixels each side for the cursor.
+                const auto *editor = spinBox->findChild<QLineEdit *>();
+                const int needed = editor->fontMetrics().horizontalAdvance(editor->text());
+                QVERIFY2(editor->contentsRect().width() - 4 >= needed,
+                         qPrintable(spinBox->objectName()));
+            }
         }
         view->hide();
     }
@@ -285,8 +232,8 @@ private slots:
     // status helper's.
     void hardwareStatusReachesTheBitBoxes()
     {
-        auto *overheating = widget<QCheckBox>("overheatingStatusCheckBox");
-        auto *hall = widget<QCheckBox>("hallStatusCheckBox");
+        auto *overheating = view->findChild<QCheckBox *>("overheatingStatusCheckBox");
+        auto *hall = view->findChild<QCheckBox *>("hallStatusCheckBox");
         connectAll({overheating, hall});
         deliver(107, 0x04);
         QVERIFY(overheating->isChecked());
@@ -300,7 +247,7 @@ private slots:
         const auto fields = FieldHelper::instance();
         QVERIFY(groups && status && fields);
 
-        auto *firstMoving = widget<QCheckBox>("isMovingCheckBox");
+        auto *firstMoving = view->findChild<QCheckBox *>("isMovingCheckBox");
         connectAll({firstMoving});
         deliver(99, 0);
         {
@@ -322,7 +269,7 @@ private slots:
 
         // The status helper stays with the first view's form.
         status->updateStatusPacket(int8_t(0x80));
-        QVERIFY(widget<QCheckBox>("alertStatusCheckBox")->isChecked());
+        QVERIFY(view->findChild<QCheckBox *>("alertStatusCheckBox")->isChecked());
     }
 };
 
