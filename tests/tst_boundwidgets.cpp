@@ -1,18 +1,8 @@
 #include "ui_editview.h"
 
+#include "datacolumns.h"
 #include "editformfixture.h"
-#include "widgets/iconnectinfo.h"
-#include "widgets/igroupinputcomponent.h"
-#include "widgets/zelvarbaudratecombobox.h"
-#include "widgets/zelvarcheckbox.h"
-#include "widgets/zelvardoublespinbox.h"
-#include "widgets/zelvarlineedit.h"
-#include "widgets/zelvarspinbox.h"
-#include "widgets/zelvarstatuscheckbox.h"
-#include "widgets/zelvarunitlabel.h"
 
-#include <QLineEdit>
-#include <QSignalSpy>
 #include <QtTest>
 
 class TestBoundWidgets : public QObject
@@ -66,9 +56,7 @@ private slots:
 
     void comboDirtyMarks_data()
     {
-        QTest::addColumn<bool>("baudRate");
-        QTest::addColumn<QList<int>>("choices");
-        QTest::addColumn<QList<bool>>("marks");
+        addColumns<bool, QList<int>, QList<bool>>({"baudRate", "choices", "marks"});
         // clang-format off
         QTest::newRow("change and back") << false << QList<int>{3, 2} << QList<bool>{true, false};
         QTest::newRow("two changes, one mark") << false << QList<int>{3, 4} << QList<bool>{true};
@@ -132,44 +120,31 @@ private slots:
         QCOMPARE(editor->cursorPosition(), 1);
     }
 
-    void conversions_data()
+    // setValue and value take raw counts, the Qt base classes the shown number. The double
+    // spin box maps rawMin to physicalMin, in radians with 3 decimals. The integer one has no
+    // offset: 254 raw counts span 508 us, so 7 us is 3.5 counts, sent as 3.
+    void spinBoxConversions()
     {
-        QTest::addColumn<bool>("isDouble");
-        QTest::addColumn<int>("raw");
-        QTest::addColumn<double>("shown");
-        QTest::addColumn<double>("edited");
-        QTest::addColumn<int>("saved");
-        // The double spin box maps rawMin to physicalMin; shown in radians with 3 decimals.
-        QTest::newRow("angle limit at rawMin") << true << -2047 << -3.142 << 1.0 << 651;
-        QTest::newRow("angle limit at zero") << true << 0 << 0.0 << 0.0019 << 1;
-        // No rawMin offset; 254 raw counts span 508 us: 7 us is 3.5 counts, sent as 3.
-        QTest::newRow("integer spin box truncates") << false << 10 << 20.0 << 7.0 << 3;
-    }
-    void conversions()
-    {
-        QFETCH(bool, isDouble);
-        QFETCH(int, raw);
-        QFETCH(double, shown);
-        QFETCH(double, edited);
-        QFETCH(int, saved);
-        QDoubleSpinBox *spin =
-            isDouble ? add<ZelvarDoubleSpinBox>("clockwiseLimitDoubleSpinBox") : nullptr;
-        QSpinBox *intSpin = isDouble ? nullptr : add<ZelvarSpinBox>("ackResponseTimeSpinBox");
-        auto *field = isDouble ? dynamic_cast<IUnitDataField *>(spin)
-                               : dynamic_cast<IUnitDataField *>(intSpin);
+        auto *angle = add<ZelvarDoubleSpinBox>("clockwiseLimitDoubleSpinBox");
+        auto *time = add<ZelvarSpinBox>("ackResponseTimeSpinBox");
         goOnline();
-        field->setValue(raw);
-        QCOMPARE(isDouble ? spin->value() : intSpin->value(), shown);
-        QCOMPARE(field->value(), raw);
-        isDouble ? spin->setValue(edited) : intSpin->setValue(int(edited));
-        QCOMPARE(field->value(), saved);
+        angle->setValue(-2047);
+        time->setValue(10);
+        QCOMPARE(angle->QDoubleSpinBox::value(), -3.142);
+        QCOMPARE(time->QSpinBox::value(), 20);
+        QCOMPARE(angle->value(), -2047);
+        QCOMPARE(time->value(), 10);
+        angle->QDoubleSpinBox::setValue(1.0);
+        time->QSpinBox::setValue(7);
+        QCOMPARE(angle->value(), 651);
+        QCOMPARE(time->value(), 3);
+        angle->QDoubleSpinBox::setValue(0.0019);
+        QCOMPARE(angle->value(), 1);
     }
 
     void lineEditFormats_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<int>("raw");
-        QTest::addColumn<QString>("text");
+        addColumns<QString, int, QString>({"name", "raw", "text"});
         QTest::newRow("model number") << "modelNumberLineEdit" << 0x0A05 << "10.5";
         QTest::newRow("firmware as integer") << "firmwareVersionLineEdit" << 22 << "22";
         QTest::newRow("position in radians") << "actualPositionLineEdit" << 4096 << "6.283";

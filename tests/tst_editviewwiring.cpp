@@ -1,4 +1,5 @@
 #include "app/mainwindow.h"
+#include "datacolumns.h"
 #include "widgets/zelvarparametersgroupbox.h"
 #include "widgets/zelvarstatuscheckbox.h"
 
@@ -18,9 +19,7 @@ private slots:
 
     void actionsReachTheGroupsAndButtons_data()
     {
-        QTest::addColumn<QString>("action");
-        QTest::addColumn<QString>("receiver");
-        QTest::addColumn<QByteArray>("slot");
+        addColumns<QString, QString, QByteArray>({"action", "receiver", "slot"});
 
         for (const char *receiver :
              {"realtimeInformationGroupBox", "versionInfoGroupBox", "nonVolatileParamsGroupBox",

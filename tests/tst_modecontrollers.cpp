@@ -1,12 +1,9 @@
 #include "ui_editview.h"
 
 #include "controllers/controllerbase.h"
+#include "datacolumns.h"
 #include "device/fieldhelper.h"
 #include "editformfixture.h"
-#include "widgets/izelvarfield.h"
-#include "widgets/zelvarcheckbox.h"
-#include "widgets/zelvarcombobox.h"
-#include "widgets/zelvardoublespinbox.h"
 
 #include <QtTest>
 
@@ -16,9 +13,7 @@ namespace {
 // input: L locked, U unlocked, N untouched, I unlocked at input mode 0.
 const struct
 {
-    const char *modes;
-    const char *label;
-    const char *input;
+    const char *modes, *label, *input;
 } expectedLocks[] = {
     {"LLUUL", "inputModeLabel", "inputModeComboBox"},
     {"LLULL", "clockwiseAngleLimitLabel", "clockwiseLimitDoubleSpinBox"},
@@ -111,9 +106,7 @@ private slots:
 
     void modeTable_data()
     {
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<QString>("control");
-        QTest::addColumn<char>("expected");
+        addColumns<int, QString, char>({"mode", "control", "expected"});
         for (int mode = 0; mode <= beyondTheModes; ++mode)
             for (const auto &row : expectedLocks)
                 for (const char *name : {row.label, row.input})
@@ -159,9 +152,7 @@ private slots:
 
     void inputModeLocksTheProfile_data()
     {
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<QString>("control");
-        QTest::addColumn<bool>("locked");
+        addColumns<int, QString, bool>({"mode", "control", "locked"});
         const QString label = "accelerationProfileLabel";
         const QString input = "accelerationProfileDoubleSpinBox";
         QTest::newRow("joint") << int(ControllerBase::Joint) << input << true;

@@ -1,3 +1,4 @@
+#include "datacolumns.h"
 #include "device/fieldhelper.h"
 #include "device/fieldlimits.h"
 #include "device/physicalquantities.h"
@@ -31,10 +32,7 @@ class TestUnits : public QObject
 private slots:
     void conversions_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<int>("unitIndex");
-        QTest::addColumn<double>("base");
-        QTest::addColumn<double>("shown");
+        addColumns<int, int, double, double>({"id", "unitIndex", "base", "shown"});
 
         QTest::newRow("rpm keeps the twelve-decimal pi") << 0 << 1 << 1.0 << 9.549296585516132;
         QTest::newRow("degrees") << 1 << 1 << 3.141592653589 << 180.0;
@@ -72,13 +70,9 @@ private slots:
 
     void rawAndShown_data()
     {
-        QTest::addColumn<FieldLimits>("limits");
-        QTest::addColumn<int>("id");
-        QTest::addColumn<int>("unitIndex");
-        QTest::addColumn<int>("raw");
-        QTest::addColumn<double>("shown");
-        QTest::addColumn<int>("way");
-        QTest::addColumn<bool>("fromZero"); // the integer spin box's map, without rawMin
+        // fromZero: the integer spin box's map, without rawMin.
+        addColumns<FieldLimits, int, int, int, double, int, bool>(
+            {"limits", "id", "unitIndex", "raw", "shown", "way", "fromZero"});
 
         const FieldLimits offset{100, 1100, 0.0, 10.0, {}};
         const FieldLimits position{-1044479, 1044479, -1602.2107193496022, 1602.2107193496022, {}};
@@ -124,12 +118,7 @@ private slots:
         QCOMPARE(FieldHelper::fieldId("quadratureCurrentLimitDoubleSpinBox"), 3);
         QCOMPARE(FieldHelper::fieldId("quadratureCurrentLimitLabel"), 5);
         QVERIFY(!FieldHelper::hasFieldId("positionLineEdit"));
-        try {
-            FieldHelper::fieldId("positionLineEdit");
-            QFAIL("an unknown name has an id");
-        } catch (const std::out_of_range &error) {
-            QCOMPARE(error.what(), "invalid map<K, T> key");
-        }
+        QVERIFY_EXCEPTION_THROWN(FieldHelper::fieldId("positionLineEdit"), std::out_of_range);
     }
 
     void findsBoundWidgetsByName()
