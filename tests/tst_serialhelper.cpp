@@ -1,3 +1,4 @@
+#include "datacolumns.h"
 #include "link/serialhelper.h"
 #include "scriptedportprovider.h"
 #include "scriptedservo.h"
@@ -30,9 +31,7 @@ private slots:
 
     void handsOverOneWholeReply_data()
     {
-        QTest::addColumn<QString>("request");
-        QTest::addColumn<int>("length");
-        QTest::addColumn<int>("error");
+        addColumns<QString, int, int>({"request", "length", "error"});
 
         QTest::newRow("empty read") << "read" << 0 << 0;
         QTest::newRow("whole table") << "read" << 118 << 0;
@@ -65,17 +64,16 @@ private slots:
         QCOMPARE(replies, QByteArrayList{shortForm});
     }
 
-    void writeCallbackIsNeverCalled()
+    void writeReplyIsSwallowed()
     {
-        int calls = 0;
-        QVERIFY(helper->writeData(7, 40, QByteArray("\x11\x22", 2), [&](QByteArray) { ++calls; }));
+        const QByteArray data("\x11\x22", 2);
+        QVERIFY(helper->writeData(7, 40, data, [](QByteArray) { QFAIL("write callback called"); }));
         QTest::qWait(20);
-        // The write's reply came and went without a trace: a read after it counts right.
+        // A read after it counts right.
         QByteArray readBack;
         QVERIFY(helper->readData(7, 40, 2, [&](QByteArray r) { readBack = r; }));
         QTRY_COMPARE(readBack.size(), 13);
-        QCOMPARE(readBack.mid(9, 2), QByteArray("\x11\x22", 2));
-        QCOMPARE(calls, 0);
+        QCOMPARE(readBack.mid(9, 2), data);
     }
 
     void baudRateCodes()

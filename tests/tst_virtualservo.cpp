@@ -1,3 +1,4 @@
+#include "datacolumns.h"
 #include "packet.h"
 #include "simulator/servoregisters.h"
 #include "simulator/servoregistertable.h"
@@ -42,10 +43,7 @@ class TestVirtualServo : public QObject
 private slots:
     void writeRules_data()
     {
-        QTest::addColumn<int>("address");
-        QTest::addColumn<QByteArray>("data");
-        QTest::addColumn<bool>("enabled");
-        QTest::addColumn<int>("error");
+        addColumns<int, QByteArray, bool, int>({"address", "data", "enabled", "error"});
 
         // The highest id, a valid baud-rate code and the highest operating mode.
         QByteArray nonVolatile = ServoRegisterTable::factoryDefaults().mid(3, 38);
@@ -92,11 +90,7 @@ private slots:
 
     void hardwareErrorBits_data()
     {
-        QTest::addColumn<int>("address");
-        QTest::addColumn<int>("width");
-        QTest::addColumn<int>("bad");
-        QTest::addColumn<int>("good");
-        QTest::addColumn<int>("bit");
+        addColumns<int, int, int, int, int>({"address", "width", "bad", "good", "bit"});
 
         // A running servo on 12.0 +- 0.1 V at 25 degC, in joint mode within +-2048 counts.
         QTest::newRow("below the lowest voltage") << 12 << 1 << 122 << 119 << 0x01;
@@ -156,11 +150,9 @@ private slots:
 
     void factoryReset_data()
     {
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<int>("error");
-        QTest::addColumn<QByteArray>("idRateAndDelay"); // in hex
+        addColumns<int, int, QByteArray>({"mode", "error", "idRateAndDelay"});
 
-        // Set up as id 7 at code 34 with a return delay of 99; the default delay is 10.
+        // Set up as id 7 at code 34 with a return delay of 99 (0x63); the default delay is 10.
         QTest::newRow("keep id and baud rate") << 0x02 << 0 << QByteArray("07220a");
         QTest::newRow("keep id") << 0x01 << 0 << QByteArray("07010a");
         QTest::newRow("everything") << 0xFF << 0 << QByteArray("00010a");
@@ -170,62 +162,51 @@ private slots:
     void factoryReset()
     {
         QFETCH(int, mode);
-        QFETCH(int, error);
-        QFETCH(QByteArray, idRateAndDelay);
 
         VirtualServo servo;
         servo.setValue(R::Id, 3, 0x632207);
         const Packet status =
             servo.handle({7, Instruction::FactoryReset, QByteArray(1, char(mode))});
-        QCOMPARE(int(status.parameters.at(0)), error);
+        QTEST(int(status.parameters.at(0)), "error");
         QCOMPARE(status.id, quint8(7));
-        QCOMPARE(servo.controlTable().mid(R::Id, 3).toHex(), idRateAndDelay);
+        QTEST(servo.controlTable().mid(R::Id, 3).toHex(), "idRateAndDelay");
     }
 
     void jointFollowsTheProfile_data()
     {
-        QTest::addColumn<int>("inputMode");
-        QTest::addColumn<double>("speedCap");
+        addColumns<int, int, int, double, int>({"inputMode", "limit", "target", "speedCap", "end"});
 
         // The default profile runs at 1.0 rad/s, the velocity limit at 2.3 rad/s.
-        QTest::newRow("trajectory") << 0 << 1.0;
-        QTest::newRow("position") << 1 << 2.3;
+        QTest::newRow("trajectory") << 0 << 2047 << 1500 << 1.0 << 1500;
+        QTest::newRow("position") << 1 << 2047 << 1500 << 2.3 << 1500;
+        // 1023 steps of pi/2047 are just under 1023.5 counts of 4096 per turn.
+        QTest::newRow("stops at the angle limit") << 1 << 1023 << 3000 << 2.3 << 1023;
     }
 
     void jointFollowsTheProfile()
     {
         QFETCH(int, inputMode);
+        QFETCH(int, limit);
+        QFETCH(int, target);
         QFETCH(double, speedCap);
+        QFETCH(int, end);
 
         VirtualServo servo;
+        servo.setValue(R::CounterClockwiseLimit, 2, limit);
         enable(servo, ServoMode::Joint, inputMode);
-        servo.setValue(R::TargetPosition, 4, 1500);
+        servo.setValue(R::TargetPosition, 4, target);
         servo.step(0.3);
         QCOMPARE(servo.value(R::Moving, 1), 1u);
         const double topSpeed = runFor(servo, 5);
         QVERIFY2(topSpeed <= speedCap + 1e-6 && topSpeed > speedCap * 0.9,
                  qPrintable(QString::number(topSpeed)));
-        QCOMPARE(qint32(servo.value(R::ActualPosition, 4)), 1500);
+        QCOMPARE(qint32(servo.value(R::ActualPosition, 4)), end);
         QCOMPARE(servo.value(R::Moving, 1), 0u);
-    }
-
-    void jointStopsAtTheAngleLimits()
-    {
-        VirtualServo servo;
-        servo.setValue(R::CounterClockwiseLimit, 2, 1023);
-        enable(servo, ServoMode::Joint, 1);
-        servo.setValue(R::TargetPosition, 4, 3000);
-        runFor(servo, 5);
-        // 1023 steps of pi/2047 are just under 1023.5 counts of 4096 per turn.
-        QCOMPARE(qint32(servo.value(R::ActualPosition, 4)), 1023);
     }
 
     void velocityAndTorqueModes_data()
     {
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<int>("target");
-        QTest::addColumn<int>("velocityLimit");
-        QTest::addColumn<double>("velocity");
+        addColumns<int, int, int, double>({"mode", "target", "velocityLimit", "velocity"});
 
         QTest::newRow("wheel backward") << ServoMode::Wheel << (0x8000 | 1500) << 2300 << -1.5;
         QTest::newRow("wheel held by the limit") << ServoMode::Wheel << 2000 << 800 << 0.8;

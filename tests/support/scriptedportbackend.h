@@ -3,6 +3,8 @@
 #include "serialportbackend.h"
 
 #include <QByteArrayList>
+#include <QThread>
+#include <QTimer>
 #include <deque>
 #include <functional>
 #include <utility>
@@ -25,7 +27,14 @@ public:
     QByteArrayList written;
 
     // Makes `bytes` arrive, as if the bus had sent them unasked.
-    void deliver(const QByteArray &bytes);
+    void deliver(const QByteArray &bytes)
+    {
+        const int step = chunkSize > 0 ? chunkSize : qMax(1, bytes.size());
+        for (int offset = 0; offset < bytes.size(); offset += step) {
+            inTransit.push_back(bytes.mid(offset, step));
+            QTimer::singleShot(0, this, &ScriptedPortBackend::arriveNext);
+        }
+    }
     // The bus goes away: the port closes itself and reports it.
     void fail(const QString &reason)
     {
@@ -38,14 +47,45 @@ public:
         opened = true;
         return {};
     }
-    void close() override;
+    void close() override
+    {
+        opened = false;
+        inTransit.clear();
+        received.clear();
+    }
     bool isOpen() const override { return opened; }
-    bool write(const QByteArray &bytes) override;
+    bool write(const QByteArray &bytes) override
+    {
+        if (!opened || !writable)
+            return false;
+        written.append(bytes);
+        if (responder)
+            deliver(responder(bytes));
+        return true;
+    }
     QByteArray readAll() override { return std::exchange(received, {}); }
-    bool waitForReadyRead(int msecs) override;
+    bool waitForReadyRead(int msecs) override
+    {
+        if (!opened)
+            return false;
+        if (inTransit.empty()) {
+            QThread::msleep(ulong(msecs));
+            return false;
+        }
+        arriveNext();
+        return true;
+    }
 
 private:
-    void arriveNext();
+    void arriveNext()
+    {
+        // waitForReadyRead() may already have taken the piece this event was for.
+        if (inTransit.empty() || !opened)
+            return;
+        received.append(inTransit.front());
+        inTransit.pop_front();
+        emit readyRead();
+    }
 
     Responder responder;
     bool opened = false;
