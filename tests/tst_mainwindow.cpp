@@ -1,18 +1,11 @@
 #include "app/mainwindow.h"
+#include "datacolumns.h"
 #include "settings/settingsdialog.h"
 #include "views/editview.h"
 #include "views/registerview.h"
 
-#include <QAction>
-#include <QLabel>
-#include <QMenu>
-#include <QScreen>
-#include <QSettings>
-#include <QSpinBox>
-#include <QStatusBar>
-#include <QTabWidget>
-#include <QToolBar>
 #include <QtTest>
+#include <QtWidgets>
 
 namespace {
 QSettings rawStore()
@@ -42,13 +35,30 @@ T *child(const MainWindow &window, const QString &name)
     return found.first();
 }
 
-// A menu's title and actions, or a tool bar's actions and widgets, by object name.
-QString names(QWidget *holder)
+// What the user meets: an action's text, tool tip, shortcut, icon and state; a spin box's
+// value, range and step; a label's or status bar's text; a menu's title and entries, or a
+// tool bar's entries, by object name.
+QString describe(QObject *object)
 {
-    const auto *toolBar = qobject_cast<QToolBar *>(holder);
-    const auto *menu = qobject_cast<QMenu *>(holder);
+    if (const auto *action = qobject_cast<QAction *>(object))
+        return QStringList{action->text(), action->toolTip(), action->shortcut().toString(),
+                           action->icon().pixmap(32, 32).isNull() ? "no icon" : "icon",
+                           action->isEnabled() ? "enabled" : "disabled"}
+            .join(" | ");
+    if (const auto *spinBox = qobject_cast<QSpinBox *>(object))
+        return QString("%1 in %2..%3 by %4")
+            .arg(spinBox->value())
+            .arg(spinBox->minimum())
+            .arg(spinBox->maximum())
+            .arg(spinBox->singleStep());
+    if (const auto *label = qobject_cast<QLabel *>(object))
+        return label->text();
+    if (const auto *statusBar = qobject_cast<QStatusBar *>(object))
+        return statusBar->currentMessage();
+    const auto *toolBar = qobject_cast<QToolBar *>(object);
+    const auto *menu = qobject_cast<QMenu *>(object);
     QStringList result{(menu ? menu->title() : QString()) + ':'};
-    for (QAction *action : holder->actions()) {
+    for (QAction *action : qobject_cast<QWidget *>(object)->actions()) {
         const QWidget *widget = toolBar ? toolBar->widgetForAction(action) : nullptr;
         const bool bound =
             qobject_cast<const QSpinBox *>(widget) || qobject_cast<const QLabel *>(widget);
@@ -74,153 +84,107 @@ private slots:
     }
     void init() { rawStore().clear(); }
 
-    void layout();
-    void actions_data();
-    void actions();
-    void toolBarSpinBoxes_data();
-    void toolBarSpinBoxes();
-    void geometryFitsScreenAndPersistsOnClose();
-    void quitAndSettingsActions();
-};
-
-void TestMainWindow::layout()
-{
-    MainWindow window;
-    QCOMPARE(window.windowTitle(), QStringLiteral("Zelvar Servo Manager"));
-    QVERIFY(!window.windowIcon().isNull());
-    QCOMPARE(child<QStatusBar>(window, "statusBar")->currentMessage(),
-             QStringLiteral("Disconnected"));
-
-    QCOMPARE(names(child<QMenu>(window, "menuConnections")),
-             QStringLiteral("Connections: actionConnect actionDisconnect actionQuit"));
-    QCOMPARE(names(child<QMenu>(window, "menuHelp")), QStringLiteral("Help: actionAbout"));
-    auto *toolBar = child<QToolBar>(window, "toolBar");
-    QCOMPARE(window.toolBarArea(toolBar), Qt::TopToolBarArea);
-    QCOMPARE(names(toolBar),
-             QStringLiteral(
-                 ": actionConnect actionDisconnect actionSettings actionSearch actionReboot "
-                 "actionReset | pollingIntervalLabel pollingIntervalSpinBox | idLabel idSpinBox"));
-    QCOMPARE(child<QLabel>(window, "pollingIntervalLabel")->text(),
-             QStringLiteral("Polling interval (ms): "));
-    QCOMPARE(child<QLabel>(window, "idLabel")->text(), QStringLiteral("Servo address: "));
-
-    const auto *tabs = child<QTabWidget>(window, "tabWidget");
-    QCOMPARE(tabs->count(), 2);
-    QCOMPARE(tabs->currentIndex(), 0);
-    QCOMPARE(tabs->tabText(0) + '/' + tabs->tabText(1),
-             QStringLiteral("Unit fields/Register fields"));
-    QVERIFY(tabs->widget(0)->isAncestorOf(child<EditView>(window, "editView")));
-    QVERIFY(tabs->widget(1)->isAncestorOf(child<RegisterView>(window, "registerView")));
-}
-
-void TestMainWindow::actions_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("toolTip");
-    QTest::addColumn<QString>("shortcut");
-    QTest::addColumn<bool>("hasIcon");
-    QTest::addColumn<bool>("enabled");
-
-    // An action without a tool tip of its own shows its text without the mnemonic.
-    // clang-format off
-    QTest::newRow("actionConnect") << "C&onnect" << "Connect" << "Ctrl+O" << true << true;
-    QTest::newRow("actionDisconnect") << "Disconnect" << "Disconnect" << "Ctrl+D" << true << false;
-    QTest::newRow("actionSettings") << "Settings" << "Settings" << "" << true << true;
-    QTest::newRow("actionQuit") << "&Quit" << "Quit" << "Ctrl+C" << true << true;
-    QTest::newRow("actionAbout") << "About" << "About" << "" << false << true;
-    QTest::newRow("actionSearch") << "Search" << "Search" << "Shift+S" << true << true;
-    QTest::newRow("actionReboot") << "&Reboot" << "Reboot" << "Ctrl+R" << true << true;
-    QTest::newRow("actionReset") << "Reset" << "&Factory reset" << "Ctrl+F" << true << true;
-    // clang-format on
-}
-
-void TestMainWindow::actions()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, toolTip);
-    QFETCH(QString, shortcut);
-    QFETCH(bool, hasIcon);
-    QFETCH(bool, enabled);
-
-    MainWindow window;
-    const QAction *action = child<QAction>(window, QTest::currentDataTag());
-    QCOMPARE(action->text(), text);
-    QCOMPARE(action->toolTip(), toolTip);
-    QCOMPARE(action->shortcut(), QKeySequence(shortcut));
-    QCOMPARE(!action->icon().pixmap(32, 32).isNull(), hasIcon);
-    QCOMPARE(action->isEnabled(), enabled);
-}
-
-void TestMainWindow::toolBarSpinBoxes_data()
-{
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<int>("initial");
-    QTest::addColumn<int>("minimum");
-    QTest::addColumn<int>("maximum");
-    QTest::addColumn<int>("step");
-    QTest::addColumn<int>("restored");
-
-    QTest::newRow("pollingIntervalSpinBox") << "pollingInterval" << 500 << 10 << 5000 << 10 << 1230;
-    QTest::newRow("idSpinBox") << "servoId" << 0 << 0 << 253 << 1 << 253;
-}
-
-void TestMainWindow::toolBarSpinBoxes()
-{
-    QFETCH(QString, key);
-    QFETCH(int, initial);
-    QFETCH(int, minimum);
-    QFETCH(int, maximum);
-    QFETCH(int, step);
-    QFETCH(int, restored);
-
+    void layout()
     {
         MainWindow window;
-        auto *spinBox = child<QSpinBox>(window, QTest::currentDataTag());
-        QCOMPARE(spinBox->value(), initial);
-        QCOMPARE(spinBox->singleStep(), step);
-        // Restoring the defaults writes nothing.
-        QVERIFY(rawStore().allKeys().isEmpty());
-        // Every change is stored at once, clamped to the range.
-        spinBox->setValue(maximum + 1);
-        QCOMPARE(stored(key).toInt(), maximum);
-        spinBox->setValue(minimum - 1);
-        QCOMPARE(stored(key).toInt(), minimum);
+        QCOMPARE(window.windowTitle(), QStringLiteral("Zelvar Servo Manager"));
+        QVERIFY(!window.windowIcon().isNull());
+        QCOMPARE(window.toolBarArea(child<QToolBar>(window, "toolBar")), Qt::TopToolBarArea);
+        const auto *tabs = child<QTabWidget>(window, "tabWidget");
+        QCOMPARE(tabs->count(), 2);
+        QCOMPARE(tabs->currentIndex(), 0);
+        QCOMPARE(tabs->tabText(0) + '/' + tabs->tabText(1),
+                 QStringLiteral("Unit fields/Register fields"));
+        QVERIFY(tabs->widget(0)->isAncestorOf(child<EditView>(window, "editView")));
+        QVERIFY(tabs->widget(1)->isAncestorOf(child<RegisterView>(window, "registerView")));
     }
-    rawStore().clear();
-    rawStore().setValue("main window settings/" + key, restored);
-    MainWindow window;
-    QCOMPARE(child<QSpinBox>(window, QTest::currentDataTag())->value(), restored);
-    QCOMPARE(rawStore().allKeys(), QStringList{"main window settings/" + key});
-}
 
-void TestMainWindow::geometryFitsScreenAndPersistsOnClose()
-{
+    void freshWindow_data()
+    {
+        QTest::addColumn<QString>("shown");
+        // An action without a tool tip of its own shows its text without the mnemonic.
+        // clang-format off
+        QTest::newRow("actionConnect") << "C&onnect | Connect | Ctrl+O | icon | enabled";
+        QTest::newRow("actionDisconnect") << "Disconnect | Disconnect | Ctrl+D | icon | disabled";
+        QTest::newRow("actionSettings") << "Settings | Settings |  | icon | enabled";
+        QTest::newRow("actionQuit") << "&Quit | Quit | Ctrl+C | icon | enabled";
+        QTest::newRow("actionAbout") << "About | About |  | no icon | enabled";
+        QTest::newRow("actionSearch") << "Search | Search | Shift+S | icon | enabled";
+        QTest::newRow("actionReboot") << "&Reboot | Reboot | Ctrl+R | icon | enabled";
+        QTest::newRow("actionReset") << "Reset | &Factory reset | Ctrl+F | icon | enabled";
+        QTest::newRow("pollingIntervalSpinBox") << "500 in 10..5000 by 10";
+        QTest::newRow("idSpinBox") << "0 in 0..253 by 1";
+        QTest::newRow("pollingIntervalLabel") << "Polling interval (ms): ";
+        QTest::newRow("idLabel") << "Servo address: ";
+        QTest::newRow("statusBar") << "Disconnected";
+        QTest::newRow("menuConnections") << "Connections: actionConnect actionDisconnect actionQuit";
+        QTest::newRow("menuHelp") << "Help: actionAbout";
+        QTest::newRow("toolBar") << ": actionConnect actionDisconnect actionSettings actionSearch actionReboot actionReset | pollingIntervalLabel pollingIntervalSpinBox | idLabel idSpinBox";
+        // clang-format on
+    }
+    void freshWindow()
     {
         MainWindow window;
-        const QSize available = QGuiApplication::primaryScreen()->availableGeometry().size();
-        QCOMPARE(window.size(), QSize(1192, 1428).boundedTo(available));
+        QTEST(describe(child<QObject>(window, QTest::currentDataTag())), "shown");
+    }
+
+    void toolBarSpinBoxesPersist_data()
+    {
+        addColumns<QString, int>({"key", "restored"});
+        QTest::newRow("pollingIntervalSpinBox") << "pollingInterval" << 1230;
+        QTest::newRow("idSpinBox") << "servoId" << 253;
+    }
+    void toolBarSpinBoxesPersist()
+    {
+        QFETCH(QString, key);
+        QFETCH(int, restored);
+        {
+            MainWindow window;
+            auto *spinBox = child<QSpinBox>(window, QTest::currentDataTag());
+            // Restoring the defaults writes nothing.
+            QVERIFY(rawStore().allKeys().isEmpty());
+            // Every change is stored at once, clamped to the range.
+            spinBox->setValue(spinBox->maximum() + 1);
+            QCOMPARE(stored(key).toInt(), spinBox->maximum());
+            spinBox->setValue(spinBox->minimum() - 1);
+            QCOMPARE(stored(key).toInt(), spinBox->minimum());
+        }
+        rawStore().clear();
+        rawStore().setValue("main window settings/" + key, restored);
+        MainWindow window;
+        QCOMPARE(child<QSpinBox>(window, QTest::currentDataTag())->value(), restored);
+        QCOMPARE(rawStore().allKeys(), QStringList{"main window settings/" + key});
+    }
+
+    void geometryFitsScreenAndPersistsOnClose()
+    {
+        {
+            MainWindow window;
+            const QSize available = QGuiApplication::primaryScreen()->availableGeometry().size();
+            QCOMPARE(window.size(), QSize(1192, 1428).boundedTo(available));
+            window.show();
+            window.resize(640, 480);
+            QVERIFY(window.close());
+        }
+        QVERIFY(!stored(QStringLiteral("geometry")).toByteArray().isEmpty());
+        QVERIFY(!stored(QStringLiteral("windowState")).toByteArray().isEmpty());
+        QCOMPARE(MainWindow().size(), QSize(640, 480));
+    }
+
+    void quitAndSettingsActions()
+    {
+        MainWindow window;
         window.show();
-        window.resize(640, 480);
-        QVERIFY(window.close());
+        SettingsDialog *dialog = SettingsDialog::instance();
+        QVERIFY(dialog && !dialog->isVisible());
+        child<QAction>(window, "actionSettings")->trigger();
+        QVERIFY(dialog->isVisible());
+        QVERIFY(dialog->isModal());
+        dialog->hide();
+        child<QAction>(window, "actionQuit")->trigger();
+        QVERIFY(!window.isVisible());
     }
-    QVERIFY(!stored(QStringLiteral("geometry")).toByteArray().isEmpty());
-    QVERIFY(!stored(QStringLiteral("windowState")).toByteArray().isEmpty());
-    QCOMPARE(MainWindow().size(), QSize(640, 480));
-}
-
-void TestMainWindow::quitAndSettingsActions()
-{
-    MainWindow window;
-    window.show();
-    SettingsDialog *dialog = SettingsDialog::instance();
-    QVERIFY(dialog && !dialog->isVisible());
-    child<QAction>(window, "actionSettings")->trigger();
-    QVERIFY(dialog->isVisible());
-    QVERIFY(dialog->isModal());
-    dialog->hide();
-    child<QAction>(window, "actionQuit")->trigger();
-    QVERIFY(!window.isVisible());
-}
+};
 
 QTEST_MAIN(TestMainWindow)
 #include "tst_mainwindow.moc"
