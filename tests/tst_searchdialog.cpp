@@ -1,22 +1,13 @@
 #include "app/mainwindow.h"
+#include "datacolumns.h"
 #include "search/searchdialog.h"
 #include "settings/settings.h"
 #include "simulator/virtualbus.h"
 #include "simulator/virtualbusportprovider.h"
 #include "simulator/virtualservo.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QMessageBox>
-#include <QPointer>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QSpinBox>
-#include <QTest>
-#include <QTimer>
-#include <QTreeWidget>
+#include <QtTest>
+#include <QtWidgets>
 
 namespace {
 
@@ -96,11 +87,7 @@ private slots:
 
     void idGuards_data()
     {
-        QTest::addColumn<bool>("changeLower");
-        QTest::addColumn<int>("first");
-        QTest::addColumn<int>("second");
-        QTest::addColumn<int>("lower");
-        QTest::addColumn<int>("upper");
+        addColumns<bool, int, int, int, int>({"changeLower", "first", "second", "lower", "upper"});
         // The dialog starts with the range 1 to 10; a refused value falls back to the
         // last accepted one, not to the start.
         QTest::newRow("lower up to upper") << true << 5 << 10 << 10 << 10;
