@@ -9,13 +9,6 @@
 #include <QtTest>
 #include <QtWidgets>
 
-namespace {
-
-const QStringList baudRates = {"9600",   "19200",  "38400",  "57600",  "115200",
-                               "200000", "250000", "400000", "500000", "1000000"};
-
-} // namespace
-
 class TestSearchDialog : public QObject
 {
     Q_OBJECT
@@ -55,7 +48,8 @@ class TestSearchDialog : public QObject
     {
         dialog->show();
         usePorts({VirtualBusPortProvider::PortName});
-        checkBaudRates(baudRates);
+        checkBaudRates({"9600", "19200", "38400", "57600", "115200", "200000", "250000", "400000",
+                        "500000", "1000000"});
     }
 
     QPointer<SearchDialog> dialog; // the main window's own in the last test
