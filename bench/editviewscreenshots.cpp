@@ -153,6 +153,7 @@ int main(int argc, char *argv[])
     Q_INIT_RESOURCE(resources);
     QApplication app(argc, argv);
     const QDir folder(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QDir::currentPath());
+    folder.mkpath(QStringLiteral("."));
     chooseUnits();
 
     MainWindow window;
