@@ -50,6 +50,11 @@ void SerialHelper::closeSerialPort()
     serialInterface->closeSerialPort();
 }
 
+void SerialHelper::setTransactionObserver(TransactionObserver *observer)
+{
+    serialInterface->setTransactionObserver(observer);
+}
+
 std::vector<std::shared_ptr<SerialPortItem>> SerialHelper::getSerialPortList()
 {
     return serialInterface->getSerialPortList();

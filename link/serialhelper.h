@@ -9,6 +9,7 @@
 #include <vector>
 
 class SerialPortItem;
+class TransactionObserver;
 class ZelvarSerialPortInterface;
 
 // Owns the serial-port library object and turns its "bytes are waiting" notices into
@@ -31,6 +32,9 @@ public:
                    std::function<void(QByteArray)> callback);
     bool reboot(uint8_t id, std::function<void(QByteArray)> callback);
     bool reset(uint8_t id, std::function<void(QByteArray)> callback);
+
+    // The one listener on the library's transactions; not owned, null for none.
+    void setTransactionObserver(TransactionObserver *observer);
 
     // Baud-rate choice index (9600 ... 2000000, then the placeholder) to the value
     // of the servo's baud-rate register, and back (-1 for a value with no index).

@@ -6,10 +6,18 @@
 #include "serialportbackend.h"
 
 #include <algorithm>
+#include <chrono>
 
 namespace {
 
 constexpr unsigned char SupportedProtocol = 2;
+
+qint64 steadyNowNs()
+{
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(
+               std::chrono::steady_clock::now().time_since_epoch())
+        .count();
+}
 
 void appendLe16(QByteArray &bytes, int value)
 {
@@ -147,10 +155,12 @@ bool BusSession::joinInFlight(BusRequest &request)
 
 void BusSession::enqueue(BusRequest request)
 {
-    waiting.erase(
+    const auto superseded =
         std::remove_if(waiting.begin(), waiting.end(),
-                       [&request](const BusRequest &older) { return request.supersedes(older); }),
-        waiting.end());
+                       [&request](const BusRequest &older) { return request.supersedes(older); });
+    for (auto it = superseded; it != waiting.end(); ++it)
+        report(*it, BusTransaction::Outcome::Superseded);
+    waiting.erase(superseded, waiting.end());
     waiting.push_back(std::move(request));
 }
 
@@ -162,14 +172,18 @@ void BusSession::sendNext()
         // Whatever arrived before this request went out cannot be its reply.
         backend->readAll();
         framer.clear();
-        if (!backend->write(request.packet))
+        if (!backend->write(request.packet)) {
+            report(request, BusTransaction::Outcome::NotSent);
             continue;
+        }
         const int replyBytes = PacketCodec::statusPacketSize(request.replyParameters() - 1);
         const int timeoutUs = LinkTiming::transactionTimeoutUs(
             request.packet.size(), replyBytes, baudRate, backend->adapterMarginUs());
         inFlight = std::move(request);
         inFlightTimeoutNs = qint64(timeoutUs) * 1000;
         inFlightClock.start();
+        inFlightSentAtNs = steadyNowNs();
+        inFlightSawBytes = false;
         timeoutTimer.start((timeoutUs + 999) / 1000);
     }
 }
@@ -181,6 +195,7 @@ void BusSession::processIncoming()
     const QByteArray bytes = backend->readAll();
     if (!inFlight)
         return;
+    inFlightSawBytes = inFlightSawBytes || !bytes.isEmpty();
     framer.append(bytes);
     while (inFlight) {
         const auto packet = framer.next();
@@ -202,11 +217,13 @@ void BusSession::accept(const Packet &packet)
     BusRequest done = std::move(*inFlight);
     inFlight.reset();
     framer.clear();
-    if (done.sequence == lastSequence) {
+    const bool current = done.sequence == lastSequence;
+    if (current) {
         handedOver.append(handoverForm(done, packet));
         if (done.onData)
             done.onData();
     }
+    report(done, BusTransaction::Outcome::Reply, &packet, current);
     if (!inFlight)
         sendNext();
 }
@@ -230,6 +247,9 @@ void BusSession::onTimeout()
 void BusSession::abandonInFlight()
 {
     timeoutTimer.stop();
+    if (inFlight)
+        report(*inFlight, inFlightSawBytes ? BusTransaction::Outcome::Damaged
+                                           : BusTransaction::Outcome::Timeout);
     inFlight.reset();
     framer.clear();
     sendNext();
@@ -240,9 +260,13 @@ void BusSession::onBackendFailed(const QString &reason)
     // The backend has closed itself; later requests fail until the port is opened again.
     lost = {portName, reason};
     timeoutTimer.stop();
+    if (inFlight)
+        report(*inFlight, BusTransaction::Outcome::PortLost);
     waiting.clear();
     inFlight.reset();
     framer.clear();
+    if (observer)
+        observer->portLost(reason);
 }
 
 bool BusSession::isPending(quint64 sequence) const
@@ -251,6 +275,50 @@ bool BusSession::isPending(quint64 sequence) const
         return true;
     return std::any_of(waiting.begin(), waiting.end(),
                        [sequence](const BusRequest &r) { return r.sequence == sequence; });
+}
+
+void BusSession::setObserver(TransactionObserver *observer)
+{
+    this->observer = observer;
+}
+
+void BusSession::report(const BusRequest &request, BusTransaction::Outcome outcome,
+                        const Packet *reply, bool handedOver) const
+{
+    if (!observer)
+        return;
+    BusTransaction transaction;
+    transaction.instruction = request.packet.size() > PacketCodec::PrefixSize
+                                  ? quint8(request.packet.at(PacketCodec::PrefixSize))
+                                  : 0;
+    transaction.id = request.id;
+    transaction.address = request.address;
+    transaction.length = request.length;
+    transaction.outcome = outcome;
+    transaction.handedOver = handedOver;
+    transaction.request = request.packet;
+    const bool wentOut = outcome != BusTransaction::Outcome::Superseded &&
+                         outcome != BusTransaction::Outcome::NotSent;
+    if (wentOut) {
+        transaction.sentAtNs = inFlightSentAtNs;
+        transaction.endedAtNs = steadyNowNs();
+    }
+    if (reply) {
+        transaction.error = reply->parameters.isEmpty() ? 0 : quint8(reply->parameters.at(0));
+        transaction.reply = statusPacket(*reply);
+    }
+    observer->transactionEnded(transaction);
+}
+
+QByteArray BusSession::statusPacket(const Packet &packet)
+{
+    QByteArray bytes("\xFF\xFF\xFD\x00", PacketCodec::HeaderSize);
+    bytes.append(char(packet.id));
+    appendLe16(bytes, packet.parameters.size() + 3);
+    bytes.append(char(Instruction::Status));
+    bytes.append(packet.parameters);
+    appendLe16(bytes, PacketCodec::crc16(bytes));
+    return bytes;
 }
 
 QByteArray BusSession::handoverForm(const BusRequest &request, const Packet &packet)
@@ -266,11 +334,5 @@ QByteArray BusSession::handoverForm(const BusRequest &request, const Packet &pac
         return ack;
     }
     // The status packet as the servo meant it, without stuffing: n + 11 bytes.
-    QByteArray reply("\xFF\xFF\xFD\x00", PacketCodec::HeaderSize);
-    reply.append(char(packet.id));
-    appendLe16(reply, packet.parameters.size() + 3);
-    reply.append(char(Instruction::Status));
-    reply.append(packet.parameters);
-    appendLe16(reply, PacketCodec::crc16(reply));
-    return reply;
+    return statusPacket(packet);
 }

@@ -2,6 +2,7 @@
 
 #include "busrequest.h"
 #include "packetframer.h"
+#include "transactionobserver.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -37,6 +38,9 @@ public:
     QByteArray takeHandedOver();
     void discardHandedOver();
 
+    // Not owned; null for none.
+    void setObserver(TransactionObserver *observer);
+
 private:
     QString openBackend(const QString &portName, int baudRate);
     bool isOpen() const;
@@ -49,6 +53,9 @@ private:
     void abandonInFlight();
     void onBackendFailed(const QString &reason);
     bool isPending(quint64 sequence) const;
+    void report(const BusRequest &request, BusTransaction::Outcome outcome,
+                const Packet *reply = nullptr, bool handedOver = false) const;
+    static QByteArray statusPacket(const Packet &packet);
     static QByteArray handoverForm(const BusRequest &request, const Packet &packet);
 
     const unsigned char protocolVersion;
@@ -59,6 +66,9 @@ private:
     std::deque<BusRequest> waiting;
     std::optional<BusRequest> inFlight;
     QElapsedTimer inFlightClock;
+    qint64 inFlightSentAtNs = 0;
+    bool inFlightSawBytes = false;
+    TransactionObserver *observer = nullptr;
     qint64 inFlightTimeoutNs = 0;
     QTimer timeoutTimer;
     quint64 lastSequence = 0;

@@ -4,6 +4,7 @@
 #include "packet.h"
 #include "packetcodec.h"
 #include "portcatalog.h"
+#include "transactionobserver.h"
 
 namespace {
 
@@ -61,6 +62,7 @@ bool ZelvarSerialPortInterface::writeData(unsigned char id, unsigned char addres
     BusRequest request = makeRequest(BusRequest::Kind::Write, id,
                                      PacketCodec::write(id, address, data), std::move(onData));
     request.address = address;
+    request.length = quint16(data.size());
     return session->submit(std::move(request));
 }
 
@@ -88,3 +90,10 @@ void ZelvarSerialPortInterface::cleanUp()
     // A whole reply has been consumed; nothing left over belongs to the next request.
     session->discardHandedOver();
 }
+
+void ZelvarSerialPortInterface::setTransactionObserver(TransactionObserver *observer)
+{
+    session->setObserver(observer);
+}
+
+TransactionObserver::~TransactionObserver() = default;

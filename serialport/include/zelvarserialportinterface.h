@@ -11,6 +11,7 @@
 #include <vector>
 
 class BusSession;
+class TransactionObserver;
 
 // The program's only door to a servo bus. One object drives one port; requests are
 // framed as Protocol 2.0 and their replies are handed back through
@@ -37,6 +38,10 @@ public:
 
     QByteArray readPendingSerialData();
     void cleanUp();
+
+    // Told of every transaction and of a lost port; not owned, null for none. Observing
+    // changes neither what is handed over nor when.
+    void setTransactionObserver(TransactionObserver *observer);
 
 private:
     std::unique_ptr<BusSession> session;
