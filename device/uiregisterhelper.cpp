@@ -81,8 +81,8 @@ UiRegisterHelper::UiRegisterHelper()
         {74, 2, T::UInt16, {}},
         {76, 2, T::UInt16, {}},
         {78, 4, T::Int32, {"targetPositionDoubleSpinBox"}},
-        {82, 2, T::UInt16, {"targetAngularVelocityDoubleSpinBox", "targetAngularVelocityDirectionComboBox"}},
-        {84, 2, T::UInt16, {"targetTorqueDoubleSpinBox", "targetTorqueDirectionComboBox"}},
+        {82, 2, T::Directed, {"targetAngularVelocityDoubleSpinBox", "targetAngularVelocityDirectionComboBox"}},
+        {84, 2, T::Directed, {"targetTorqueDoubleSpinBox", "targetTorqueDirectionComboBox"}},
         {86, 4, T::Int32, {"actualPositionLineEdit"}},
         {90, 2, T::UInt16, {"actualAngularVelocityLineEdit"}},
         {92, 2, T::UInt16, {"actualTorqueLineEdit"}},
@@ -148,6 +148,9 @@ void UiRegisterHelper::addItem(uint8_t address, uint8_t size, ValueType type,
     case ValueType::HardwareStatus:
         callback = std::bind(&UiRegisterHelper::showHardwareStatus, this, _1);
         break;
+    case ValueType::Directed:
+        callback = std::bind(&UiRegisterHelper::showDirected, this, names, _1);
+        break;
     }
     items.emplace(address,
                   std::make_shared<RegisterItemHelper>(RegisterItemHelper{size, callback}));
@@ -158,6 +161,16 @@ void UiRegisterHelper::showValue(const QStringList &names, Value value)
 {
     for (const QString &name : names)
         deliver(name, static_cast<int>(value));
+}
+
+// The magnitude box shows bits 0 to 14 and the direction box bit 15, rather than the
+// whole register in each: the register as one number is no index, nor any magnitude.
+void UiRegisterHelper::showDirected(const QStringList &names, uint16_t value)
+{
+    constexpr int magnitudeBits = 0x7FFF;
+    constexpr int directionShift = 15;
+    deliver(names.value(0), value & magnitudeBits);
+    deliver(names.value(1), value >> directionShift);
 }
 
 void UiRegisterHelper::showHardwareStatus(uint8_t status)

@@ -35,13 +35,15 @@ public:
 
 private:
     // How the bytes of a register are read; the handler's parameter type narrows to it.
-    enum class ValueType { UInt8, Int16, UInt16, Int32, UInt32, HardwareStatus };
+    // Directed: a magnitude in bits 0 to 14 and a direction in bit 15, for two widgets.
+    enum class ValueType { UInt8, Int16, UInt16, Int32, UInt32, HardwareStatus, Directed };
 
     void addItem(uint8_t address, uint8_t size, ValueType type, const QStringList &widgets);
 
     template<typename Value>
     void showValue(const QStringList &widgets, Value value);
     void showHardwareStatus(uint8_t status);
+    void showDirected(const QStringList &names, uint16_t value);
     void deliver(const QString &name, int raw);
 
     struct Binding

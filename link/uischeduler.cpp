@@ -115,6 +115,8 @@ void UiScheduler::groupCallback(const QByteArray &reply)
     }
     const char error = reply.size() > replyErrorByte ? reply.at(replyErrorByte) : 0;
     StatusHelper::instance()->updateStatusPacket(int8_t(error));
+    if (const auto groupHelper = UiGroupHelper::instance())
+        groupHelper->enableEditWhereValued();
 }
 
 QByteArray UiScheduler::lastRegisters(uint8_t address, int length) const

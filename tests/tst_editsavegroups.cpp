@@ -55,43 +55,132 @@ private slots:
         form = std::make_unique<EditFormFixture>();
         helper = std::make_unique<UiGroupHelper>(form->root(), &form->connectAction,
                                                  &form->disconnectAction);
+        helper->setRegisterSource(lastRead);
         form->connectLink();
-        for (const QString &value : QString(servoValues).split(' ', Qt::SkipEmptyParts))
-            form->deliver(value.section('=', 0, 0), value.section('=', 1).toInt());
+        deliverServoValues();
     }
 
-    void nonVolatileBlock_data()
+    void deliverServoValues(const QString &except = QString())
     {
-        addColumns<int, QByteArray>({"baudRateCode", "expected"});
-        const QByteArray values = QByteArray::fromHex(
-            "05 03 0A 02 9CFF E803 50 3C 8C D007 DC05 3075 90EEFEFF 1400 01 6400 C800 2C01 9001 "
-            "F401 5802 BC02");
-        QTest::newRow("values from the servo") << 3 << values;
-        // The baud box then shows its placeholder, which is no baud rate to write.
-        QTest::newRow("unknown baud rate keeps the servo's code")
-            << 99 << QByteArray(values).replace(1, 1, "\x04");
-    }
-    void nonVolatileBlock()
-    {
-        QFETCH(int, baudRateCode);
-        QFETCH(QByteArray, expected);
-        helper->setRegisterSource(lastRead);
-        form->deliver(QStringLiteral("baudRateComboBox"), baudRateCode);
-        QCOMPARE(helper->nonVolatileBlock().toHex(' '), expected.toHex(' '));
+        for (const QString &value : QString(servoValues).split(' ', Qt::SkipEmptyParts)) {
+            if (value.section('=', 0, 0) != except)
+                form->deliver(value.section('=', 0, 0), value.section('=', 1).toInt());
+        }
+        helper->enableEditWhereValued();
     }
 
-    // Gaps at 2-5, 16-19, 24-29 and 38-59 keep the servo's values; direction bit 15 on the
-    // velocity target only.
-    void volatileBlock()
+    // What a user types or picks, through the Qt base classes.
+    void edit(const QString &name, double value)
     {
-        helper->setRegisterSource(lastRead);
-        form->ui.enableMotorCheckBox->setEnabled(true);
-        form->ui.enableMotorCheckBox->setChecked(true);
-        QCOMPARE(helper->volatileBlock().toHex(' '),
-                 QByteArray::fromHex("01 00 32333435 9600 E803 FA00 B004 1405 40414243 8403 409C"
-                                     "48494A4B4C4D 40E20100 E883 F401 565758595A5B5C5D5E5F606162"
-                                     "636465666768696A6B")
-                     .toHex(' '));
+        QObject *control = form->find<QObject>(name);
+        if (auto *box = qobject_cast<QDoubleSpinBox *>(control))
+            box->setValue(value);
+        else if (auto *box = qobject_cast<QSpinBox *>(control))
+            box->setValue(int(value));
+        else if (auto *box = qobject_cast<QComboBox *>(control))
+            box->setCurrentIndex(int(value));
+        else if (auto *box = qobject_cast<QCheckBox *>(control))
+            box->setChecked(value != 0);
+    }
+
+    // A block is the servo's bytes as last read (each byte its register's address here)
+    // with only the user's edits put in: no control's idea of an unedited value, no
+    // direction bit the user did not set.
+    void blockCarriesOnlyEdits_data()
+    {
+        addColumns<bool, QStringList, int, QByteArray>(
+            {"volatileGroup", "edits", "offset", "bytes"});
+        QTest::newRow("nothing edited") << false << QStringList() << 0 << QByteArray();
+        QTest::newRow("id typed") << false << QStringList{"idSpinBox=7"} << 0 << QByteArray("\x07");
+        QTest::newRow("baud rate picked")
+            << false << QStringList{"baudRateComboBox=3"} << 1 << QByteArray("\x22");
+        QTest::newRow("edited and put back")
+            << false << QStringList{"idSpinBox=7", "idSpinBox=5"} << 0 << QByteArray();
+        QTest::newRow("horn offset, four bytes")
+            << false << QStringList{"hornPositionOffsetDoubleSpinBox=0"} << 17
+            << QByteArray::fromHex("00000000");
+        QTest::newRow("motor switched on")
+            << true << QStringList{"enableMotorCheckBox=1"} << 0 << QByteArray("\x01");
+        QTest::newRow("velocity magnitude keeps the servo's direction")
+            << true << QStringList{"targetAngularVelocityDoubleSpinBox=0.5"} << 34
+            << QByteArray::fromHex("f481");
+        QTest::newRow("velocity direction turned counter-clockwise")
+            << true << QStringList{"targetAngularVelocityDirectionComboBox=0"} << 34
+            << QByteArray::fromHex("5201");
+        QTest::newRow("torque direction turned clockwise")
+            << true << QStringList{"targetTorqueDirectionComboBox=1"} << 36
+            << QByteArray::fromHex("54d5");
+    }
+    void blockCarriesOnlyEdits()
+    {
+        QFETCH(bool, volatileGroup);
+        QFETCH(QStringList, edits);
+        QFETCH(int, offset);
+        QFETCH(QByteArray, bytes);
+        // Register 83 with bit 15 set: the velocity target turns clockwise.
+        helper->setRegisterSource([](uint8_t address, int length) {
+            QByteArray registers = lastRead(address, length);
+            if (address <= 83 && 83 < address + length)
+                registers[83 - address] = char(0x81);
+            return registers;
+        });
+        ZelvarGroupToolButton *editSave = volatileGroup ? form->ui.vParamsEditSaveToolButton
+                                                        : form->ui.nvParamsEditSaveToolButton;
+        editSave->click();
+        for (const QString &change : edits)
+            edit(change.section('=', 0, 0), change.section('=', 1).toDouble());
+
+        const uint8_t address = volatileGroup ? 48 : 3;
+        const int length = volatileGroup ? 60 : 38;
+        QByteArray expected = lastRead(address, length);
+        if (volatileGroup)
+            expected[83 - address] = char(0x81);
+        expected.replace(offset, bytes.size(), bytes);
+        const QByteArray block =
+            volatileGroup ? helper->volatileBlock() : helper->nonVolatileBlock();
+        QCOMPARE(block.toHex(' '), expected.toHex(' '));
+    }
+
+    // Edit comes on only once every field of the group holds a servo value, so that no
+    // Apply can carry bytes nobody chose; with the servo's bytes unknown there is no block.
+    void editWaitsForEveryValue()
+    {
+        form->disconnectLink();
+        form->connectLink();
+        ZelvarGroupToolButton *nonVolatileEdit = form->ui.nvParamsEditSaveToolButton;
+        QVERIFY(!nonVolatileEdit->isEnabled());
+        deliverServoValues(QStringLiteral("idSpinBox"));
+        QVERIFY(!nonVolatileEdit->isEnabled());
+        QVERIFY(form->ui.vParamsEditSaveToolButton->isEnabled());
+        deliverServoValues();
+        QVERIFY(nonVolatileEdit->isEnabled());
+
+        helper->setRegisterSource([](uint8_t, int) { return QByteArray(); });
+        QVERIFY(helper->nonVolatileBlock().isEmpty());
+        QVERIFY(helper->volatileBlock().isEmpty());
+    }
+
+    // A disconnect ends an edit: the group is back at "Edit", disabled, and after the next
+    // connect its fields take the servo's values again.
+    void disconnectEndsAnEdit()
+    {
+        Ui::EditView &ui = form->ui;
+        ui.nvParamsEditSaveToolButton->click();
+        edit(QStringLiteral("idSpinBox"), 9);
+        QVERIFY(ui.nvParamsEditSaveToolButton->isEnabled());
+
+        form->disconnectLink();
+        QCOMPARE(ui.nvParamsEditSaveToolButton->text(), QStringLiteral("Edit"));
+        QVERIFY(!ui.nvParamsEditSaveToolButton->isChecked());
+        QVERIFY(!ui.nvParamsEditSaveToolButton->isEnabled());
+        QVERIFY(!ui.nvParamsCancelToolButton->isEnabled());
+        QVERIFY(!ui.nonVolatileParamsGroupBox->editMode);
+        QCOMPARE(ui.nvParamsEditSaveToolButton->referenceCount, 0);
+
+        form->connectLink();
+        deliverServoValues();
+        QVERIFY(ui.nvParamsEditSaveToolButton->isEnabled());
+        QCOMPARE(form->field(QStringLiteral("idSpinBox"))->value(), 5);
     }
 
     // Apply is enabled while any field is dirty, and queues the group's block. The controls'
@@ -119,7 +208,7 @@ private slots:
 
         QCOMPARE(queued.count(), 1);
         QCOMPARE(queued.at(0).at(0).value<uint8_t>(), uint8_t(3));
-        QCOMPARE(queued.at(0).at(1).toByteArray().at(0), char(7));
+        QCOMPARE(queued.at(0).at(1).toByteArray(), lastRead(3, 38).replace(0, 1, "\x07"));
         QVERIFY(!form->ui.nonVolatileParamsGroupBox->editMode);
         QCOMPARE(apply->text(), QStringLiteral("Edit"));
         QVERIFY(!id->isEnabled());
@@ -130,15 +219,17 @@ private slots:
         Ui::EditView &ui = form->ui;
         QDoubleSpinBox *offset = ui.hornPositionOffsetDoubleSpinBox;
         ui.nvParamsEditSaveToolButton->click();
-        const QByteArray stored = helper->nonVolatileBlock();
         static_cast<QSpinBox *>(ui.idSpinBox)->setValue(9);
         ui.operatingModeComboBox->setCurrentIndex(4);
         offset->setValue(offset->value() + 1);
-        QVERIFY(helper->nonVolatileBlock() != stored);
+        QVERIFY(helper->nonVolatileBlock() != lastRead(3, 38));
 
         ui.nvParamsCancelToolButton->click();
 
-        QCOMPARE(helper->nonVolatileBlock().toHex(' '), stored.toHex(' '));
+        QCOMPARE(helper->nonVolatileBlock(), lastRead(3, 38));
+        QCOMPARE(form->field(QStringLiteral("idSpinBox"))->value(), 5);
+        QCOMPARE(ui.operatingModeComboBox->currentIndex(), 2);
+        QCOMPARE(form->field(QStringLiteral("hornPositionOffsetDoubleSpinBox"))->value(), -70000);
         QVERIFY(!ui.nvParamsEditSaveToolButton->isChecked());
         QCOMPARE(ui.nvParamsEditSaveToolButton->text(), QStringLiteral("Edit"));
         QCOMPARE(ui.nvParamsEditSaveToolButton->referenceCount, 0);
@@ -191,6 +282,7 @@ private slots:
         if (dynamixelAx12) {
             form->disconnectLink();
             form->connectLink(true);
+            deliverServoValues();
         }
         form->deliver(QStringLiteral("enableMotorCheckBox"), motorOn);
         if (disconnect)

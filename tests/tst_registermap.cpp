@@ -58,7 +58,8 @@ private slots:
         // clang-format off
         QTest::newRow("16-bit signed") << 9 << QStringList{"counterClockwiseLimitDoubleSpinBox"} << qint64(0x8001) << QList<int>{-32767};
         QTest::newRow("32-bit signed") << 78 << QStringList{"targetPositionDoubleSpinBox"} << qint64(0xFFFFFFFF) << QList<int>{-1};
-        QTest::newRow("one register, two widgets") << 82 << speed << qint64(0x8064) << QList<int>{0x8064, 0x8064};
+        QTest::newRow("magnitude and direction") << 82 << speed << qint64(0x8064) << QList<int>{0x64, 1};
+        QTest::newRow("counter-clockwise") << 82 << speed << qint64(0x7FFF) << QList<int>{0x7FFF, 0};
         QTest::newRow("all five status bits") << 107 << status << qint64(0x1F) << QList<int>{1, 2, 4, 8, 16};
         QTest::newRow("bits 5 and 6 show nowhere") << 107 << status << qint64(0x60) << QList<int>{0, 0, 0, 0, 0};
         // clang-format on

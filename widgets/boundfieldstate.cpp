@@ -54,9 +54,11 @@ bool BoundFieldState::withdrawsMarkOnLock(bool lock)
 
 bool BoundFieldState::connect(QObject *receiver)
 {
+    // A connect that the port refused leaves the controls connected; the next one must
+    // still bring the units chosen since.
+    unitsHelper = currentUnits();
     if (connected)
         return false;
-    unitsHelper = currentUnits();
     listenForDevice(receiver);
     connected = true;
     return true;

@@ -38,6 +38,7 @@ struct BoundFieldState
 
     // Only a connected, valued and unlocked control shows its value; otherwise it is blank.
     bool showsValue() const { return connected && valueReceived && !locked; }
+    bool holdsServoValue() const { return connected && valueReceived; }
     // The disabled state that a lock gives: editable only while the group is edited.
     bool disabledFor(bool lock) const;
 
@@ -50,8 +51,8 @@ struct BoundFieldState
     // count stays right; the control then emits setIsDirty(false).
     bool withdrawsMarkOnLock(bool lock);
 
-    // The start of connected(): false when already connected. Otherwise takes the user's
-    // units and listens for the device on receiver's on_deviceLoaded().
+    // The start of connected(): takes the user's units, then false when already connected;
+    // otherwise listens for the device on receiver's on_deviceLoaded().
     bool connect(QObject *receiver);
     // The start of disconnected(): stops listening, forgets the servo's value and the
     // mode's lock.

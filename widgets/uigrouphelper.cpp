@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QIcon>
+#include <QMessageBox>
 #include <QWidget>
 
 namespace {
@@ -21,7 +22,9 @@ constexpr uint8_t nonVolatileAddress = 3;
 constexpr int nonVolatileLength = 38;
 constexpr uint8_t volatileAddress = 48;
 constexpr int volatileLength = 60;
+// Registers 82 and 84 carry a direction in bit 15 and a magnitude in bits 0 to 14.
 constexpr int directionBit = 0x8000;
+constexpr int magnitudeBits = 0x7FFF;
 
 enum class Encoding { Raw, BaudRateCode };
 
@@ -32,7 +35,7 @@ struct BlockField
     int width;
     const char *name;
     Encoding encoding = Encoding::Raw;
-    // A direction combo box whose index above 0 sets bit 15 of the value.
+    // The combo box whose index (0 counter-clockwise, 1 clockwise) is bit 15 of the value.
     const char *direction = nullptr;
 };
 
@@ -84,30 +87,62 @@ IUnitDataField *fieldNamed(const QWidget *form, const char *name)
     return dynamic_cast<IUnitDataField *>(form->findChild<QObject *>(QLatin1String(name)));
 }
 
-int encodedValue(const QWidget *form, const BlockField &field, IUnitDataField *control)
+bool isEdited(IUnitDataField *control)
 {
-    int value = control->value();
-    if (field.encoding == Encoding::BaudRateCode)
-        value = SerialHelper::baudRateRegisterValue(value);
-    if (field.direction) {
-        IUnitDataField *direction = fieldNamed(form, field.direction);
-        if (direction && direction->value() > 0)
+    const auto *value = dynamic_cast<const IServoValue *>(control);
+    return value && value->isEdited();
+}
+
+int servoValue(const QByteArray &block, const BlockField &field)
+{
+    int value = 0;
+    for (int i = 0; i < field.width; ++i)
+        value |= quint8(block[field.offset + i]) << (8 * i);
+    return value;
+}
+
+// The direction and the magnitude are the user's only where the user changed them (which
+// departs from writing the whole register from the two boxes): a box that merely shows a
+// value must not flip the wheel's direction or move its target.
+int directedValue(const QWidget *form, const BlockField &field, IUnitDataField *magnitude,
+                  int servo)
+{
+    int value = servo;
+    if (isEdited(magnitude))
+        value = (value & directionBit) | (magnitude->value() & magnitudeBits);
+    IUnitDataField *direction = fieldNamed(form, field.direction);
+    if (direction && isEdited(direction)) {
+        const int index = direction->value();
+        if (index == 0)
+            value &= ~directionBit;
+        else if (index == 1)
             value |= directionBit;
     }
     return value;
 }
 
-// A control that shows no value from the servo leaves the block's bytes as they are:
-// the servo's own, when the scheduler has read them.
+int encodedValue(const BlockField &field, IUnitDataField *control)
+{
+    const int value = control->value();
+    return field.encoding == Encoding::BaudRateCode ? SerialHelper::baudRateRegisterValue(value)
+                                                    : value;
+}
+
+// The block starts as the servo's own bytes; only what the user changed is put in.
 template<size_t N>
 void putFields(QByteArray &block, const QWidget *form, const BlockField (&fields)[N])
 {
     for (const BlockField &field : fields) {
         IUnitDataField *control = fieldNamed(form, field.name);
-        const auto *shown = dynamic_cast<const IServoValue *>(control);
-        if (!control || (shown && !shown->showsServoValue()))
+        if (!control)
             continue;
-        const int value = encodedValue(form, field, control);
+        int value = 0;
+        if (field.direction)
+            value = directedValue(form, field, control, servoValue(block, field));
+        else if (isEdited(control))
+            value = encodedValue(field, control);
+        else
+            continue;
         for (int i = 0; i < field.width; ++i)
             block[field.offset + i] = char((value >> (8 * i)) & 0xFF);
     }
@@ -220,6 +255,7 @@ void UiGroupHelper::setUpGroup(const char *groupName, std::function<void()> save
     connect(editSave, SIGNAL(toggled(bool)), this, SLOT(on_editSaveToolButton_toggled(bool)));
     connect(editSave, SIGNAL(pressed()), this, SLOT(on_editSaveToolButton_pressed()));
     editSave->saveAction = std::move(save);
+    editableGroups.emplace_back(group, editSave);
 
     forEachInput(group, [editSave](QObject *child, IGroupInputComponent *) {
         connect(child, SIGNAL(setIsDirty(bool)), editSave, SLOT(incrementReferenceCount(bool)));
@@ -229,7 +265,8 @@ void UiGroupHelper::setUpGroup(const char *groupName, std::function<void()> save
 QByteArray UiGroupHelper::nonVolatileBlock() const
 {
     QByteArray block = lastRead(nonVolatileAddress, nonVolatileLength);
-    putFields(block, form, nonVolatileFields);
+    if (!block.isEmpty())
+        putFields(block, form, nonVolatileFields);
     return block;
 }
 
@@ -237,30 +274,53 @@ QByteArray UiGroupHelper::volatileBlock() const
 {
     // Its gaps are no controls' at all; they also keep the servo's values.
     QByteArray block = lastRead(volatileAddress, volatileLength);
-    putFields(block, form, volatileFields);
+    if (!block.isEmpty())
+        putFields(block, form, volatileFields);
     return block;
 }
 
 QByteArray UiGroupHelper::lastRead(uint8_t address, int length) const
 {
-    QByteArray block(length, '\0');
-    if (registerSource) {
-        const QByteArray known = registerSource(address, length).left(length);
-        block.replace(0, known.size(), known);
-    }
-    return block;
+    const QByteArray known = registerSource ? registerSource(address, length) : QByteArray();
+    return known.size() >= length ? known.left(length) : QByteArray();
 }
 
 void UiGroupHelper::saveNonVolatile()
 {
-    if (form)
-        emit addQueueRequest(nonVolatileAddress, nonVolatileBlock());
+    save(nonVolatileAddress, nonVolatileBlock());
 }
 
 void UiGroupHelper::saveVolatile()
 {
-    if (form)
-        emit addQueueRequest(volatileAddress, volatileBlock());
+    save(volatileAddress, volatileBlock());
+}
+
+void UiGroupHelper::save(uint8_t address, const QByteArray &block)
+{
+    if (!form)
+        return;
+    if (block.isEmpty()) {
+        QMessageBox::critical(form, tr("Error"),
+                              tr("The servo's values have not been read yet, so nothing was "
+                                 "written. Apply again once they show."));
+        return;
+    }
+    emit addQueueRequest(address, block);
+}
+
+void UiGroupHelper::enableEditWhereValued()
+{
+    for (const auto &[group, editSave] : editableGroups) {
+        if (!group || !editSave || !editSave->isLive() || editSave->isValued())
+            continue;
+        bool valued = true;
+        forEachInput(group, [&valued](QObject *child, IGroupInputComponent *) {
+            const auto *value = dynamic_cast<const IServoValue *>(child);
+            valued = valued && (!value || value->holdsServoValue());
+        });
+        if (valued)
+            editSave->markValued();
+    }
 }
 
 void UiGroupHelper::on_editSaveToolButton_toggled(bool checked)

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <utility>
+#include <vector>
 
 class QAction;
 class QWidget;
@@ -36,13 +38,16 @@ public:
     // A null form makes a helper with no groups, whose signal can still be connected.
     static std::shared_ptr<UiGroupHelper> create(QWidget *form);
 
-    // Where a block's bytes come from where no control shows a servo value: a block is
-    // written whole, so those registers get the servo's own last values back. Zeros
-    // when unset.
+    // The servo's own last values: a block is written whole, so every byte the user did
+    // not change gets them back.
     void setRegisterSource(RegisterSource source);
 
+    // Empty while the servo's values of the block are not known.
     QByteArray nonVolatileBlock() const;
     QByteArray volatileBlock() const;
+
+    // After each poll reply: a group's Edit comes on once every field holds a servo value.
+    void enableEditWhereValued();
 
 signals:
     void addQueueRequest(uint8_t address, const QByteArray &data);
@@ -58,6 +63,7 @@ private:
     void followEnableMotor(const ZelvarParametersGroupBox *group);
     void saveNonVolatile();
     void saveVolatile();
+    void save(uint8_t address, const QByteArray &block);
     ZelvarGroupToolButton *editSaveButtonOf(const char *groupName) const;
     QByteArray lastRead(uint8_t address, int length) const;
 
@@ -66,4 +72,6 @@ private:
     QPointer<QAction> connectAction;
     QPointer<QAction> disconnectAction;
     RegisterSource registerSource;
+    std::vector<std::pair<QPointer<ZelvarParametersGroupBox>, QPointer<ZelvarGroupToolButton>>>
+        editableGroups;
 };

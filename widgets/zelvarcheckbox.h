@@ -37,7 +37,8 @@ public:
 
     void setText(const QString &text);
 
-    bool showsServoValue() const override { return state.showsValue(); }
+    bool holdsServoValue() const override { return state.holdsServoValue(); }
+    bool isEdited() const override { return state.dirty; }
 
     bool isLocked() const { return state.locked; }
 

@@ -74,11 +74,6 @@ void ZelvarComboBox::setValue(int raw)
     }
 }
 
-bool ZelvarComboBox::showsServoValue() const
-{
-    return state.showsValue() && currentIndex() != placeholderIndex();
-}
-
 void ZelvarComboBox::setObjectName(const QString &name)
 {
     state.fieldId = FieldHelper::fieldId(name);

@@ -36,7 +36,8 @@ public:
     void setObjectName(const QString &name) override;
     void applyDependency() override;
 
-    bool showsServoValue() const override;
+    bool holdsServoValue() const override { return state.holdsServoValue(); }
+    bool isEdited() const override { return state.dirty; }
 
     bool isLocked() const { return state.locked; }
     // What the box paints: blank unless connected, valued and unlocked.

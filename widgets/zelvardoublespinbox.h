@@ -38,7 +38,8 @@ public:
     void setObjectName(const QString &name) override;
     void applyDependency() override {}
 
-    bool showsServoValue() const override { return state.showsValue(); }
+    bool holdsServoValue() const override { return state.holdsServoValue(); }
+    bool isEdited() const override { return state.dirty; }
 
     bool isLocked() const { return state.locked; }
 

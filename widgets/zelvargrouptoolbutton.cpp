@@ -12,7 +12,16 @@ ZelvarGroupToolButton::ZelvarGroupToolButton(QWidget *parent)
 
 void ZelvarGroupToolButton::enableIfLive(bool enable)
 {
-    setEnabled(enable && live);
+    wanted = enable;
+    setEnabled(enable && live && valued);
+}
+
+void ZelvarGroupToolButton::markValued()
+{
+    if (!live || valued)
+        return;
+    valued = true;
+    setEnabled(wanted);
 }
 
 void ZelvarGroupToolButton::connected()
@@ -24,6 +33,10 @@ void ZelvarGroupToolButton::disconnected()
 {
     BoundFieldState::stopListeningForDevice();
     live = false;
+    valued = false;
+    // An edit under way ends with the link: the group goes back to "Edit", unedited.
+    if (isChecked())
+        setChecked(false);
     setEnabled(false);
 }
 
@@ -40,11 +53,14 @@ void ZelvarGroupToolButton::clearReferenceCount()
 
 // The groups' blocks follow the own family's register layout. Written into a model
 // without that table (the AX-12) they would land on other registers, its id and baud
-// rate among them, so such a model is not editable here.
+// rate among them, so such a model is not editable here. Edit waits for the first values
+// (rather than coming on here): a block applied before them would carry bytes nobody chose.
 void ZelvarGroupToolButton::on_deviceLoaded()
 {
     const auto helper = DeviceHelper::instance();
     const auto device = helper ? helper->device() : nullptr;
     live = device && device->hasRegisterMap();
-    setEnabled(live);
+    valued = false;
+    wanted = true;
+    setEnabled(false);
 }

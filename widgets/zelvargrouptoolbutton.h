@@ -26,8 +26,13 @@ public:
     // Whether a device that the group can be written to is loaded: from the device's
     // arrival to the next disconnect.
     bool isLive() const { return live; }
-    // setEnabled for the rules that enable Edit: never while no such device is loaded.
+    // Whether every field of the group holds a value read from that device.
+    bool isValued() const { return valued; }
+    // setEnabled for the rules that enable Edit: never while no such device is loaded or
+    // a field still waits for its first value; the wish is kept until then.
     void enableIfLive(bool enable);
+    // Every field of the group now holds a servo value: Edit follows the rules from here.
+    void markValued();
 
 public slots:
     void connected() override;
@@ -38,4 +43,6 @@ public slots:
 
 private:
     bool live = false;
+    bool valued = false;
+    bool wanted = false;
 };
