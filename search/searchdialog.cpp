@@ -137,12 +137,23 @@ void SearchDialog::scan()
          ++id)
         ids.append(id);
     QList<int> found;
+    // A rate the port cannot be set to finds nothing there, and the scan goes on; a port
+    // that opens at no rate at all (absent, busy, no permission) is told once, at the end.
+    QStringList refusedRates;
+    QString firstOpenError;
+    int sweptRates = 0;
 
     for (int buttonId = 0; buttonId < baudRateGroup->buttons().size(); ++buttonId) {
         QCoreApplication::processEvents();
         const QAbstractButton *box = baudRateGroup->button(buttonId);
-        if (box->isChecked() && !sweepIds(box->text().toInt(), ids, found))
-            break;
+        if (box->isChecked()) {
+            ++sweptRates;
+            if (!sweepIds(box->text().toInt(), ids, found)) {
+                refusedRates << box->text();
+                if (firstOpenError.isEmpty())
+                    firstOpenError = lastOpenError;
+            }
+        }
         if (abortRequested)
             break;
     }
@@ -151,6 +162,14 @@ void SearchDialog::scan()
     scanning = false;
     updateScanButton();
     ui->abortScanPushButton->setEnabled(false);
+    if (refusedRates.size() == sweptRates && sweptRates > 0)
+        QMessageBox::critical(this, tr("Error"), firstOpenError);
+    else if (!refusedRates.isEmpty())
+        QMessageBox::critical(this, tr("Error"),
+                              tr("%1 could not be set to %2 baud, so no servo was searched for "
+                                 "there. The other baud rates were searched.")
+                                  .arg(ui->serialPortInfoListBox->currentText(),
+                                       refusedRates.join(QStringLiteral(", "))));
 }
 
 void SearchDialog::abortScan()
@@ -299,11 +318,9 @@ bool SearchDialog::sweepIds(int baudRate, const QList<int> &ids, QList<int> &fou
         if (found.contains(id))
             continue;
         const QByteArray reply = probe(id, baudRate);
-        if (!lastOpenError.isEmpty()) {
-            // Every further probe would fail the same way and find nothing.
-            QMessageBox::critical(this, tr("Error"), lastOpenError);
+        // Every further probe at this rate would fail the same way and find nothing.
+        if (!lastOpenError.isEmpty())
             return false;
-        }
         if (reply.size() <= modelByteIndex)
             continue;
         if (!root)

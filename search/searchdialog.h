@@ -54,7 +54,7 @@ public slots:
 
 private:
     void fillPortList();
-    // False when the port could not be opened and the scan has to stop.
+    // False when the port could not be set to baudRate.
     bool sweepIds(int baudRate, const QList<int> &ids, QList<int> &found);
     void updateScanButton();
     bool anyBaudRateChecked() const;

@@ -2,6 +2,7 @@
 #include "bridgefolder.h"
 #include "datacolumns.h"
 #include "device/devicehelper.h"
+#include "scriptedportprovider.h"
 #include "settings/settingsdialog.h"
 #include "simulator/busfault.h"
 #include "simulator/servoregisters.h"
@@ -24,6 +25,8 @@ constexpr quint8 resetServoId = 9;
 // Its input voltage lies outside its limits, so every reply carries the alert bit.
 constexpr quint8 alarmedServoId = 10;
 constexpr quint8 absentServoId = 77;
+// A port listed but never opened, as an adapter that is busy elsewhere.
+const char refusingPort[] = "ttyREFUSING";
 // A whole-table reply takes about 25 ms at 57,600 baud: the next tick must not overtake it.
 constexpr int pollingIntervalMs = 100;
 // Generous: only there to end a hang.
@@ -40,6 +43,7 @@ class TestEndToEnd : public QObject
     const QString bridgeName = QString("end-to-end-%1").arg(QCoreApplication::applicationPid());
     QProcess bridge;
     std::shared_ptr<VirtualBus> bus;
+    std::shared_ptr<ScriptedPortProvider> scriptedPorts = std::make_shared<ScriptedPortProvider>();
     std::unique_ptr<MainWindow> window;
     // Every message box is answered at once, as a user would; "title: text" is kept here.
     QStringList boxes;
@@ -144,6 +148,11 @@ private slots:
         bus->addServo(resetServoId, jointServoBaudRate);
         bus->addServo(alarmedServoId, jointServoBaudRate)
             ->setValue(ServoRegister::MinVoltageLimit, 1, 200);
+
+        scriptedPorts->addPort(refusingPort, [](ScriptedPortBackend &port) {
+            port.refusesRate = [](int) { return true; };
+        });
+        PortProvider::install(scriptedPorts);
 
         // Started before the window, so the settings dialog lists it.
         bridge.setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -260,6 +269,30 @@ private slots:
         verifyPortClosed();
         QVERIFY(find<QLineEdit>("actualPositionLineEdit")->text().isEmpty());
         QCOMPARE(bank1->rowCount(), 0);
+    }
+
+    // A connect the port refused must not keep the units of its time: the next connect
+    // shows the units chosen since.
+    void unitsChosenAfterRefusedConnect()
+    {
+        SettingsDialog *dialog = SettingsDialog::instance();
+        const auto chooseTemperatureUnit = [dialog](const char *radioButton) {
+            dialog->findChild<QRadioButton *>(radioButton)->setChecked(true);
+            dialog->findChild<QPushButton *>("okButton")->click();
+        };
+        chooseTemperatureUnit("centigradeRadioButton");
+        choosePort(refusingPort, jointServoId);
+        action("actionConnect")->trigger();
+        QTRY_COMPARE_WITH_TIMEOUT(boxes.size(), 1, patienceMs);
+        QVERIFY2(boxes.takeFirst().startsWith("Error: "), "no box for the refused port");
+
+        chooseTemperatureUnit("fahrenheitRadioButton");
+        choosePort(VirtualBusPortProvider::PortName, jointServoId);
+        connectToServo();
+        const double celsius = jointServo()->value(ServoRegister::ActualTemperature, 1);
+        QCOMPARE(shown("actualTemperatureLineEdit"), celsius * 9.0 / 5.0 + 32.0);
+        disconnectFromServo();
+        chooseTemperatureUnit("centigradeRadioButton");
     }
 
     void servoOperationsReportTheirId_data()

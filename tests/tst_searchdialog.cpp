@@ -1,5 +1,7 @@
 #include "app/mainwindow.h"
 #include "datacolumns.h"
+#include "scriptedportprovider.h"
+#include "scriptedservo.h"
 #include "search/searchdialog.h"
 #include "settings/settings.h"
 #include "simulator/virtualbus.h"
@@ -53,6 +55,7 @@ class TestSearchDialog : public QObject
     }
 
     QPointer<SearchDialog> dialog; // the main window's own in the last test
+    std::shared_ptr<ScriptedPortProvider> scriptedPorts = std::make_shared<ScriptedPortProvider>();
 
 private slots:
     void initTestCase()
@@ -64,6 +67,17 @@ private slots:
         bus->addServo(5, 9600);
         bus->addServo(7, 57600)->setValue(0, 2, 0x8105);
         bus->addServo(3, 1000000);
+
+        // An adapter that cannot do 250,000 baud, with servo 2 at 1,000,000 behind it.
+        scriptedPorts->addPort("ttyPICKY", [](ScriptedPortBackend &port) {
+            port.refusesRate = [](int rate) { return rate == 250000; };
+            auto servo = std::make_shared<ScriptedServo>(2);
+            servo->registers[1] = 1;
+            port.setResponder([&port, servo](const QByteArray &written) {
+                return port.baudRate == 1000000 ? servo->respond(written) : QByteArray();
+            });
+        });
+        PortProvider::install(scriptedPorts);
     }
 
     void init()
@@ -173,27 +187,42 @@ private slots:
         QCOMPARE(probes, 10);
     }
 
-    void portThatCannotOpenStopsScan()
+    // A rate the port cannot be set to is skipped and the scan goes on; a port that opens
+    // at no rate is one box, once.
+    void refusedBaudRatesAreSkipped_data()
     {
-        startScanOfEveryRate();
-        usePorts({"/dev/zelvar-no-such-port"});
+        addColumns<QString, int, QStringList, QString>({"port", "probes", "tree", "box"});
+        QTest::newRow("port opens at no rate")
+            << "/dev/zelvar-no-such-port" << 3 << QStringList() << "zelvar-no-such-port";
+        QTest::newRow("one rate refused")
+            << "ttyPICKY" << 10 + 1 + 10 << QStringList{"1000000", "  2 Zelvar M1"}
+            << "ttyPICKY could not be set to 250000 baud";
+    }
+    void refusedBaudRatesAreSkipped()
+    {
+        QFETCH(QString, port);
+        dialog->show();
+        usePorts({port});
+        checkBaudRates({"9600", "250000", "1000000"});
         QSignalSpy probes(dialog, SIGNAL(doScanServo(int, int)));
-        // The box comes up inside the scan; close it from its own event loop.
-        QString shownError;
+        // The box comes up after the scan; close it from its own event loop.
+        QStringList shown;
         QTimer closer;
         connect(&closer, &QTimer::timeout, this, [&] {
             if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-                shownError = box->windowTitle() + ": " + box->text();
+                shown << box->windowTitle() + ": " + box->text();
                 box->accept();
-                closer.stop();
             }
         });
         closer.start(10);
         dialog->scan();
 
-        QCOMPARE(probes.count(), 1);
-        QVERIFY2(shownError.startsWith("Error: ") && shownError.contains("zelvar-no-such-port"),
-                 qPrintable(shownError));
+        QTEST(int(probes.count()), "probes");
+        QTEST(treeLines(), "tree");
+        QCOMPARE(shown.size(), 1);
+        QFETCH(QString, box);
+        QVERIFY2(shown.first().startsWith("Error: ") && shown.first().contains(box),
+                 qPrintable(shown.first()));
         QVERIFY(button("scanPushButton")->isEnabled());
     }
 

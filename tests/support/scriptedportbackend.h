@@ -24,6 +24,10 @@ public:
     int chunkSize = 0;
     // False: writes fail while the port stays open.
     bool writable = true;
+    // The rates the port cannot be set to (an adapter's limits, or none when it is gone).
+    std::function<bool(int baudRate)> refusesRate;
+    // The rate it was last opened at.
+    int baudRate = 0;
     QByteArrayList written;
 
     // Makes `bytes` arrive, as if the bus had sent them unasked.
@@ -42,9 +46,12 @@ public:
         emit failed(reason);
     }
 
-    QString open(int) override
+    QString open(int rate) override
     {
+        if (refusesRate && refusesRate(rate))
+            return QStringLiteral("Cannot set the scripted port to %1 baud.").arg(rate);
         opened = true;
+        baudRate = rate;
         return {};
     }
     void close() override
