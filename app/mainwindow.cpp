@@ -13,8 +13,10 @@
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QLocale>
 #include <QMessageBox>
 #include <QPointer>
+#include <QPushButton>
 #include <QScreen>
 #include <QSpinBox>
 #include <QTimer>
@@ -172,7 +174,26 @@ void MainWindow::on_actionReboot_triggered()
 
 void MainWindow::on_actionReset_triggered()
 {
-    runServoOperation(factoryResetOperation);
+    if (confirmFactoryReset())
+        runServoOperation(factoryResetOperation);
+}
+
+// Asked first, unlike a reboot: a reset cannot be undone, and its shortcut is Find's in
+// most programs.
+bool MainWindow::confirmFactoryReset()
+{
+    const SettingsDialog::PortSettings port = settingsDialog->portSettings();
+    QMessageBox question(QMessageBox::Warning, tr("Factory reset"),
+                         tr("Reset servo %1 on %2 at %3 baud to its factory settings?")
+                             .arg(idSpinBox->value())
+                             .arg(port.portName, QLocale().toString(port.baudRate)),
+                         QMessageBox::Cancel, this);
+    question.setInformativeText(tr("Every parameter except the servo's ID and baud rate goes "
+                                   "back to its factory value. This cannot be undone."));
+    const QPushButton *reset = question.addButton(tr("Reset"), QMessageBox::DestructiveRole);
+    question.setDefaultButton(QMessageBox::Cancel);
+    question.exec();
+    return question.clickedButton() == reset;
 }
 
 void MainWindow::on_idSpinBoxValueChanged(int value)

@@ -55,6 +55,7 @@ private:
     void onDeviceLoaded();
     void setLinkActions(bool linked);
     bool openSerialPort();
+    bool confirmFactoryReset();
     void runServoOperation(const ServoOperation &operation);
     void showOperationResult(const ServoOperation &operation, const QByteArray &reply);
 

@@ -46,7 +46,11 @@ class TestEndToEnd : public QObject
     std::shared_ptr<ScriptedPortProvider> scriptedPorts = std::make_shared<ScriptedPortProvider>();
     std::unique_ptr<MainWindow> window;
     // Every message box is answered at once, as a user would; "title: text" is kept here.
+    // A question (its default button Cancel) is answered with its destructive button, or
+    // Cancel when the test says so.
     QStringList boxes;
+    QStringList questions;
+    bool confirmQuestions = true;
     QTimer boxCloser;
 
     template<typename T>
@@ -163,10 +167,22 @@ private slots:
 
         // No box may wait for a click that never comes.
         connect(&boxCloser, &QTimer::timeout, this, [this] {
-            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            if (!box)
+                return;
+            QAbstractButton *cancel = box->button(QMessageBox::Cancel);
+            if (!cancel || box->defaultButton() != cancel) {
                 boxes << box->windowTitle() + ": " + box->text();
                 box->done(QMessageBox::Ok);
+                return;
             }
+            questions << box->windowTitle() + ": " + box->text();
+            QAbstractButton *answer = cancel;
+            for (QAbstractButton *button : box->buttons()) {
+                if (confirmQuestions && box->buttonRole(button) == QMessageBox::DestructiveRole)
+                    answer = button;
+            }
+            answer->click();
         });
         boxCloser.start(5);
         window = std::make_unique<MainWindow>();
@@ -197,6 +213,8 @@ private slots:
 
     void cleanup()
     {
+        questions.clear();
+        confirmQuestions = true;
         for (const QString &box : boxes)
             qWarning("box %s", qPrintable(box));
         boxes.clear();
@@ -324,6 +342,40 @@ private slots:
         boxes.clear();
         QCOMPARE(status(), QStringLiteral("Disconnected"));
         verifyPortClosed();
+    }
+
+    // A factory reset names the servo and waits for a yes; Cancel, the default, sends nothing.
+    void factoryResetAsksFirst_data()
+    {
+        addColumns<bool, QStringList>({"confirm", "reported"});
+        QTest::newRow("cancelled") << false << QStringList();
+        QTest::newRow("confirmed")
+            << true << QStringList{"Success: Factory reset of Zelvar servo id:9 was successful"};
+    }
+    void factoryResetAsksFirst()
+    {
+        QFETCH(bool, confirm);
+        std::shared_ptr<VirtualServo> servo;
+        for (const auto &candidate : bus->servos()) {
+            if (candidate->id() == resetServoId)
+                servo = candidate;
+        }
+        QVERIFY(servo);
+        servo->setValue(ServoRegister::TemperatureLimit, 1, 55);
+        choosePort(VirtualBusPortProvider::PortName, resetServoId);
+        confirmQuestions = confirm;
+        action("actionReset")->trigger();
+        QTRY_COMPARE_WITH_TIMEOUT(questions.size(), 1, patienceMs);
+        QCOMPARE(questions.first(),
+                 QStringLiteral("Factory reset: Reset servo 9 on Virtual bus at %1 baud to its "
+                                "factory settings?")
+                     .arg(QLocale().toString(jointServoBaudRate)));
+        QFETCH(QStringList, reported);
+        if (!confirm)
+            QTest::qWait(100);
+        QTRY_COMPARE_WITH_TIMEOUT(boxes, reported, patienceMs);
+        boxes.clear();
+        QCOMPARE(servo->value(ServoRegister::TemperatureLimit, 1) == 55, !confirm);
     }
 
     void connectToAbsentServo()
