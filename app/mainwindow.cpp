@@ -30,6 +30,8 @@ const QString servoIdKey = QStringLiteral("servoId");
 
 // Leaves an exchange already under way time to finish before the port goes.
 constexpr int closeDelayMs = 100;
+// Long enough for a whole-table read ahead of a write, and the write, at 9,600 baud.
+constexpr int baudRateChangeDelayMs = 300;
 
 // The reply to a reboot or a factory reset: the servo's id and its error byte.
 constexpr int replyIdByte = 2;
@@ -143,6 +145,7 @@ void MainWindow::on_actionConnect_triggered()
     DeviceHelper::instance()->identify(servoId);
     ui->registerView->connectDevice();
     scheduler = std::make_shared<UiScheduler>(servoId, serialHelper);
+    connect(scheduler.get(), SIGNAL(servoMoving(int, int)), this, SLOT(on_servoMoving(int, int)));
     setLinkActions(true);
 }
 
@@ -165,6 +168,36 @@ void MainWindow::on_actionDisconnect_triggered()
     setLinkActions(false);
     closeTimerId = startTimer(closeDelayMs);
     ui->statusBar->showMessage(tr("Disconnected"));
+}
+
+// A save gave the servo a new id or baud rate: the program follows it there, and keeps
+// both for the next start, rather than polling a servo that is no longer at the old ones.
+void MainWindow::on_servoMoving(int id, int baudRate)
+{
+    if (!scheduler)
+        return;
+    idSpinBox->setValue(id);
+    scheduler->setServoId(uint8_t(id));
+    if (baudRate <= 0 || baudRate == settingsDialog->portSettings().baudRate)
+        return;
+    settingsDialog->on_updateBaudRate(baudRate);
+    // The servo answers the write at the old rate; the port changes once that is over.
+    scheduler->killTimer(scheduler->timerId);
+    scheduler->timerId = 0;
+    QTimer::singleShot(baudRateChangeDelayMs, this, [this] { reopenAtNewBaudRate(); });
+}
+
+void MainWindow::reopenAtNewBaudRate()
+{
+    // Disconnected meanwhile: nothing to follow.
+    if (!scheduler || !ui->actionDisconnect->isEnabled())
+        return;
+    serialHelper->closeSerialPort();
+    if (!openSerialPort()) {
+        on_actionDisconnect_triggered();
+        return;
+    }
+    scheduler->timerId = scheduler->startTimer(pollingIntervalSpinBox->value(), Qt::CoarseTimer);
 }
 
 void MainWindow::on_actionReboot_triggered()

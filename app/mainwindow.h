@@ -43,6 +43,7 @@ private slots:
     void on_updateId(int value);
     void on_actionReboot_triggered();
     void on_actionReset_triggered();
+    void on_servoMoving(int id, int baudRate);
 
 private:
     // A one-shot servo command and the texts that report it.
@@ -56,6 +57,7 @@ private:
     void setLinkActions(bool linked);
     bool openSerialPort();
     bool confirmFactoryReset();
+    void reopenAtNewBaudRate();
     void runServoOperation(const ServoOperation &operation);
     void showOperationResult(const ServoOperation &operation, const QByteArray &reply);
 

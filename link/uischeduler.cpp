@@ -15,6 +15,8 @@ namespace {
 
 constexpr int replyDataOffset = 9;
 constexpr int replyErrorByte = 8;
+constexpr int idRegister = 3;
+constexpr int baudRateRegister = 4;
 
 // The register's bytes from the reply, little-endian; bytes past the reply's end count as 0.
 quint32 assembledValue(const QByteArray &reply, int address, int size)
@@ -78,6 +80,23 @@ void UiScheduler::sendFirstQueued()
     const std::shared_ptr<QueueRequest> request = queue.front();
     queue.erase(queue.begin());
     serialHelper->writeData(request->id, request->address, request->data, request->callback);
+    followMove(*request);
+}
+
+void UiScheduler::followMove(const QueueRequest &write)
+{
+    const auto writtenAt = [&write](int address) {
+        const int offset = address - write.address;
+        return offset >= 0 && offset < write.data.size() ? int(quint8(write.data.at(offset))) : -1;
+    };
+    const QByteArray known = lastRegisters(baudRateRegister, 1);
+    const int id = writtenAt(idRegister);
+    const int code = writtenAt(baudRateRegister);
+    const bool newId = id >= 0 && id != write.id;
+    const bool newBaudRate = code >= 0 && (known.isEmpty() || code != quint8(known.at(0)));
+    if (newId || newBaudRate)
+        emit servoMoving(newId ? id : write.id,
+                         newBaudRate ? SerialHelper::baudRateOfRegisterValue(code) : 0);
 }
 
 void UiScheduler::poll()

@@ -32,6 +32,14 @@ public:
     // Cuts one read reply into registers and hands each value on.
     void groupCallback(const QByteArray &reply);
 
+    // The servo to poll and write to from now on.
+    void setServoId(uint8_t id) { servoId = id; }
+
+signals:
+    // A write just sent gives the servo another id or (when baudRate is not 0) another
+    // baud rate, which it takes once it has answered.
+    void servoMoving(int id, int baudRate);
+
 public slots:
     void addQueueRequest(uint8_t address, const QByteArray &data);
     void startScheduler(int pollingInterval);
@@ -43,6 +51,7 @@ protected:
 private:
     void sendFirstQueued();
     void poll();
+    void followMove(const QueueRequest &write);
     QByteArray lastRegisters(uint8_t address, int length) const;
 
     uint8_t servoId;

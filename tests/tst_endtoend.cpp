@@ -2,7 +2,9 @@
 #include "bridgefolder.h"
 #include "datacolumns.h"
 #include "device/devicehelper.h"
+#include "link/serialhelper.h"
 #include "scriptedportprovider.h"
+#include "settings/settings.h"
 #include "settings/settingsdialog.h"
 #include "simulator/busfault.h"
 #include "simulator/servoregisters.h"
@@ -25,6 +27,8 @@ constexpr quint8 resetServoId = 9;
 // Its input voltage lies outside its limits, so every reply carries the alert bit.
 constexpr quint8 alarmedServoId = 10;
 constexpr quint8 absentServoId = 77;
+// Given a new id or baud rate by a save, one each.
+constexpr quint8 movedServoIds[] = {20, 22, 24};
 // A port listed but never opened, as an adapter that is busy elsewhere.
 const char refusingPort[] = "ttyREFUSING";
 // A whole-table reply takes about 25 ms at 57,600 baud: the next tick must not overtake it.
@@ -42,6 +46,9 @@ class TestEndToEnd : public QObject
 
     const QString bridgeName = QString("end-to-end-%1").arg(QCoreApplication::applicationPid());
     QProcess bridge;
+    // Its one servo is given a new id and baud rate through the pseudo-terminal.
+    const QString movingBridgeName = bridgeName + "-moving";
+    QProcess movingBridge;
     std::shared_ptr<VirtualBus> bus;
     std::shared_ptr<ScriptedPortProvider> scriptedPorts = std::make_shared<ScriptedPortProvider>();
     std::unique_ptr<MainWindow> window;
@@ -133,6 +140,15 @@ class TestEndToEnd : public QObject
         QTRY_VERIFY_WITH_TIMEOUT(!DeviceHelper::instance()->identify(absentServoId), patienceMs);
     }
 
+    void startBridge(QProcess &process, const QStringList &arguments)
+    {
+        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        process.start(ZELVAR_VIRTUAL_BUS_PATH, arguments);
+        QVERIFY(process.waitForStarted(patienceMs));
+        QVERIFY(process.waitForReadyRead(patienceMs));
+        QVERIFY(process.readLine().startsWith("/dev/"));
+    }
+
     void editGroup(const char *editSaveButton, const std::function<void()> &edit)
     {
         auto *button = find<QToolButton>(editSaveButton);
@@ -152,18 +168,18 @@ private slots:
         bus->addServo(resetServoId, jointServoBaudRate);
         bus->addServo(alarmedServoId, jointServoBaudRate)
             ->setValue(ServoRegister::MinVoltageLimit, 1, 200);
+        for (const quint8 id : movedServoIds)
+            bus->addServo(id, jointServoBaudRate);
 
         scriptedPorts->addPort(refusingPort, [](ScriptedPortBackend &port) {
             port.refusesRate = [](int) { return true; };
         });
         PortProvider::install(scriptedPorts);
 
-        // Started before the window, so the settings dialog lists it.
-        bridge.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        bridge.start(ZELVAR_VIRTUAL_BUS_PATH, {"--name", bridgeName});
-        QVERIFY(bridge.waitForStarted(patienceMs));
-        QVERIFY(bridge.waitForReadyRead(patienceMs));
-        QVERIFY(bridge.readLine().startsWith("/dev/"));
+        // Started before the window, so the settings dialog lists them.
+        startBridge(bridge, {"--name", bridgeName});
+        startBridge(movingBridge, {"--name", movingBridgeName, "--servo",
+                                   QString("%1@%2").arg(movedServoIds[0]).arg(jointServoBaudRate)});
 
         // No box may wait for a click that never comes.
         connect(&boxCloser, &QTimer::timeout, this, [this] {
@@ -201,6 +217,8 @@ private slots:
     void cleanupTestCase()
     {
         window.reset();
+        movingBridge.terminate();
+        QVERIFY(movingBridge.waitForFinished(patienceMs));
         if (bridge.state() != QProcess::NotRunning) {
             bridge.kill();
             bridge.waitForFinished(patienceMs);
@@ -342,6 +360,52 @@ private slots:
         boxes.clear();
         QCOMPARE(status(), QStringLiteral("Disconnected"));
         verifyPortClosed();
+    }
+
+    // A save that gives the servo a new id or baud rate takes the program along: the toolbar
+    // and the settings follow, and polling goes on there (the register view shows the
+    // servo's new id and baud-rate code, which only a poll at the new ones can bring).
+    void followsServoToNewIdAndBaudRate_data()
+    {
+        addColumns<bool, int, int, int, int>(
+            {"inProcess", "servoId", "newId", "newBaudRateIndex", "newBaudRate"});
+        QTest::newRow("new id") << true << int(movedServoIds[0]) << 21 << -1 << jointServoBaudRate;
+        QTest::newRow("new baud rate") << true << int(movedServoIds[1]) << 22 << 4 << 115200;
+        QTest::newRow("both") << true << int(movedServoIds[2]) << 25 << 9 << 1000000;
+        QTest::newRow("both, pseudo-terminal")
+            << false << int(movedServoIds[0]) << 27 << 4 << 115200;
+    }
+    void followsServoToNewIdAndBaudRate()
+    {
+        QFETCH(bool, inProcess);
+        QFETCH(int, servoId);
+        QFETCH(int, newId);
+        QFETCH(int, newBaudRateIndex);
+        QFETCH(int, newBaudRate);
+        choosePort(inProcess ? QString(VirtualBusPortProvider::PortName) : movingBridgeName,
+                   quint8(servoId));
+        connectToServo();
+        editGroup("nvParamsEditSaveToolButton", [&] {
+            find<QSpinBox>("idSpinBox")->setValue(newId);
+            if (newBaudRateIndex >= 0)
+                find<QComboBox>("baudRateComboBox")->setCurrentIndex(newBaudRateIndex);
+        });
+
+        QTableWidget *bank1 = RegisterView::instance()->bankTable(0);
+        const auto shownRegister = [bank1](int row) {
+            return bank1->item(row, 1) ? bank1->item(row, 1)->text() : QString();
+        };
+        // 34 is 57,600 baud.
+        const int code =
+            newBaudRateIndex >= 0 ? SerialHelper::baudRateRegisterValue(newBaudRateIndex) : 34;
+        QTRY_COMPARE_WITH_TIMEOUT(shownRegister(3), QString::asprintf("0x%02x", newId), 2000);
+        QTRY_COMPARE_WITH_TIMEOUT(shownRegister(4), QString::asprintf("0x%02x", code), 2000);
+        QCOMPARE(status(), QStringLiteral("Connected"));
+        QCOMPARE(window->findChild<QToolBar *>()->findChild<QSpinBox *>("idSpinBox")->value(),
+                 newId);
+        QCOMPARE(Settings("main window settings").value("servoId", -1).toInt(), newId);
+        QCOMPARE(Settings("port settings").value("baudRate", -1).toInt(), newBaudRate);
+        QCOMPARE(SettingsDialog::instance()->portSettings().baudRate, newBaudRate);
     }
 
     // A factory reset names the servo and waits for a yes; Cancel, the default, sends nothing.
