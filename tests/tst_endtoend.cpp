@@ -408,6 +408,53 @@ private slots:
         QCOMPARE(SettingsDialog::instance()->portSettings().baudRate, newBaudRate);
     }
 
+    // Ctrl+C is Quit, except in a field with selected text, which it copies: the field
+    // takes the shortcut over, while polling too.
+    void ctrlCCopiesInAField_data()
+    {
+        addColumns<bool, QString, bool>({"linked", "field", "quits"});
+        QTest::newRow("polling interval") << false << "pollingIntervalSpinBox" << false;
+        QTest::newRow("voltage limit while polling")
+            << true << "maxVoltageLimitDoubleSpinBox" << false;
+        QTest::newRow("no field") << false << QString() << true;
+    }
+    void ctrlCCopiesInAField()
+    {
+        QFETCH(bool, linked);
+        QFETCH(QString, field);
+        QApplication::setQuitOnLastWindowClosed(false);
+        if (linked) {
+            choosePort(VirtualBusPortProvider::PortName, jointServoId);
+            connectToServo();
+            auto *edit = find<QToolButton>("nvParamsEditSaveToolButton");
+            QTRY_VERIFY_WITH_TIMEOUT(edit->isEnabled(), patienceMs);
+            edit->click();
+        }
+        window->activateWindow();
+        QWidget *focused = window.get();
+        if (!field.isEmpty()) {
+            auto *box = window->findChild<QAbstractSpinBox *>(field);
+            box->setFocus();
+            box->selectAll();
+            focused = box->findChild<QLineEdit *>();
+        } else if (QWidget *old = QApplication::focusWidget()) {
+            old->clearFocus();
+        }
+        QApplication::clipboard()->clear();
+        QSignalSpy quits(action("actionQuit"), SIGNAL(triggered()));
+        QTest::keyClick(focused, Qt::Key_C, Qt::ControlModifier);
+        if (linked)
+            QTest::qWait(3 * pollingIntervalMs);
+
+        QTEST(!quits.isEmpty(), "quits");
+        if (!field.isEmpty())
+            QCOMPARE(QApplication::clipboard()->text(),
+                     window->findChild<QAbstractSpinBox *>(field)->text());
+        window->show();
+        if (linked)
+            find<QToolButton>("nvParamsCancelToolButton")->click();
+    }
+
     // A factory reset names the servo and waits for a yes; Cancel, the default, sends nothing.
     void factoryResetAsksFirst_data()
     {
