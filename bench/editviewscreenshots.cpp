@@ -7,8 +7,8 @@
 
 #include "app/mainwindow.h"
 #include "device/devicehelper.h"
-#include "device/statushelper.h"
-#include "device/uiregisterhelper.h"
+#include "link/serialhelper.h"
+#include "link/uischeduler.h"
 #include "settings/settings.h"
 
 #include <QAbstractButton>
@@ -84,16 +84,11 @@ QByteArray servoReply(bool motorOn = true)
     return reply;
 }
 
-// What the scheduler does with a read reply.
+// A read reply, handed on as a poll's is.
 void deliver(const QByteArray &reply)
 {
-    for (const auto &[address, item] : UiRegisterHelper::instance()->pollMap()) {
-        uint32_t value = 0;
-        for (int i = 0; i < item->size && 9 + address + i < reply.size(); ++i)
-            value |= uint32_t(uint8_t(reply[9 + address + i])) << (8 * i);
-        item->callback(int32_t(value));
-    }
-    StatusHelper::instance()->updateStatusPacket(int8_t(reply[8]));
+    static UiScheduler scheduler(1, std::make_shared<SerialHelper>());
+    scheduler.groupCallback(reply);
 }
 
 void chooseUnits()
