@@ -7,7 +7,6 @@
 #include "link/uischeduler.h"
 #include "monitor/linkmonitor.h"
 #include "search/searchdialog.h"
-#include "serialportitem.h"
 #include "settings/settings.h"
 #include "settings/settingsdialog.h"
 #include "views/activitydock.h"
@@ -270,10 +269,8 @@ void MainWindow::startLinkMonitor()
     target.baudRate = settingsDialog->portSettings().baudRate;
     target.servoId = quint8(idSpinBox->value());
     target.pollIntervalMs = pollingIntervalSpinBox->value();
-    for (const auto &port : serialHelper->getSerialPortList()) {
-        if (port->getPortName() == target.portName)
-            target.simulated = LinkMonitor::isSimulatedPort(port->getDescription());
-    }
+    target.simulated =
+        LinkMonitor::isSimulatedPort(target.portName, serialHelper->getSerialPortList());
     monitor->start(target);
 }
 

@@ -2,6 +2,9 @@
 
 #include "monitor/transactiontext.h"
 
+#include "serialportitem.h"
+
+#include <QFileInfo>
 #include <QLocale>
 #include <algorithm>
 #include <chrono>
@@ -49,10 +52,22 @@ qint64 LinkMonitor::steadyNowNs()
         .count();
 }
 
-bool LinkMonitor::isSimulatedPort(const QString &description)
+bool LinkMonitor::isSimulatedPort(const QString &portName,
+                                  const std::vector<std::shared_ptr<SerialPortItem>> &ports)
 {
-    return description.contains(QLatin1String("Simulated"), Qt::CaseInsensitive) ||
-           description.contains(QLatin1String("Virtual bus"), Qt::CaseInsensitive);
+    const QString terminal = QFileInfo(portName).canonicalFilePath();
+    for (const auto &port : ports) {
+        const QString description = port->getDescription();
+        const bool simulated = description.contains(QLatin1String("Simulated")) ||
+                               description.contains(QLatin1String("Virtual bus"));
+        if (!simulated)
+            continue;
+        if (port->getPortName() == portName ||
+            (!terminal.isEmpty() &&
+             QFileInfo(port->getSystemLocation()).canonicalFilePath() == terminal))
+            return true;
+    }
+    return false;
 }
 
 void LinkMonitor::start(const Target &target, qint64 nowNs)

@@ -6,6 +6,10 @@
 #include <QObject>
 #include <QString>
 #include <QTimer>
+#include <memory>
+#include <vector>
+
+class SerialPortItem;
 
 // The one listener on the library for the window's link: counts replies, timeouts and
 // errors, judges the link's health, keeps the recent traffic and passes every polled
@@ -63,8 +67,10 @@ public:
     const TransactionRing &ring() const { return transactions; }
 
     static qint64 steadyNowNs();
-    // The port list's description of a simulated bus.
-    static bool isSimulatedPort(const QString &description);
+    // Whether `portName` is a simulated bus of the port list: by its name, or as the very
+    // terminal a bridge serves when it is opened by path.
+    static bool isSimulatedPort(const QString &portName,
+                                const std::vector<std::shared_ptr<SerialPortItem>> &ports);
 
 signals:
     void started();

@@ -3,6 +3,8 @@
 #include "monitor/transactiontablemodel.h"
 #include "monitor/transactiontext.h"
 
+#include "serialportitem.h"
+
 #include <QtTest>
 
 namespace {
@@ -188,6 +190,34 @@ private slots:
         QFETCH(quint16, address);
         QFETCH(QString, words);
         QCOMPARE(TransactionText::servoError(error, instruction, address), words);
+    }
+
+    void simulatedPortsAreKnown_data()
+    {
+        addColumns<QString, bool>({"port", "simulated"});
+        QTest::newRow("in-process bus") << "Virtual bus" << true;
+        QTest::newRow("bridge by name") << "zelvar-virtual-bus-7" << true;
+        QTest::newRow("bridge's terminal by another path") << "link" << true;
+        QTest::newRow("adapter") << "ttyUSB0" << false;
+    }
+    void simulatedPortsAreKnown()
+    {
+        QFETCH(QString, port);
+        QFETCH(bool, simulated);
+        QTemporaryDir folder;
+        const QString terminal = folder.filePath("pts-4");
+        QFile(terminal).open(QIODevice::WriteOnly);
+        QFile::link(terminal, folder.filePath("link"));
+        const std::vector<std::shared_ptr<SerialPortItem>> ports{
+            std::make_shared<SerialPortItem>("ttyUSB0", "FT232R USB UART", "FTDI", "/dev/ttyUSB0",
+                                             0x403, 0x6001),
+            std::make_shared<SerialPortItem>("Virtual bus", "Simulated Zelvar servos", "", "", 0,
+                                             0),
+            std::make_shared<SerialPortItem>("zelvar-virtual-bus-7", "Virtual bus bridge", "",
+                                             terminal, 0, 0),
+        };
+        const QString name = port == "link" ? folder.filePath(port) : port;
+        QCOMPARE(LinkMonitor::isSimulatedPort(name, ports), simulated);
     }
 
     // The log's rows follow the ring, which never holds more than its cap.
