@@ -67,9 +67,12 @@ ActivityDock::ActivityDock(const LinkMonitor *monitor, QWidget *parent)
     table->verticalHeader()->hide();
     table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + 4);
-    table->horizontalHeader()->setStretchLastSection(false);
-    table->horizontalHeader()->setSectionResizeMode(TransactionTableModel::Outcome,
-                                                    QHeaderView::Stretch);
+    QHeaderView *header = table->horizontalHeader();
+    for (int column = 0; column < TransactionTableModel::ColumnCount; ++column)
+        header->resizeSection(column, header->fontMetrics().horizontalAdvance(
+                                          model->headerData(column, Qt::Horizontal).toString()) +
+                                          24);
+    header->setSectionResizeMode(TransactionTableModel::Outcome, QHeaderView::Stretch);
     table->installEventFilter(this);
     layout->addWidget(table);
 
