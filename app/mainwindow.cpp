@@ -29,6 +29,9 @@ const QString windowStateKey = QStringLiteral("windowState");
 const QString pollingIntervalKey = QStringLiteral("pollingInterval");
 const QString servoIdKey = QStringLiteral("servoId");
 
+// Room for a title bar and borders, more than most window managers draw.
+const QSize windowDecoration(16, 48);
+
 // Leaves an exchange already under way time to finish before the port goes.
 constexpr int closeDelayMs = 100;
 
@@ -213,10 +216,16 @@ void MainWindow::on_updateId(int value)
 }
 
 // The form is taller than many screens; without a stored geometry, keep the status bar in view.
+// The window manager's title bar and borders come on top of the window's own size and are
+// unknown until it is shown, so room is left for them.
 void MainWindow::fitIntoScreen()
 {
-    if (const QScreen *screen = QGuiApplication::primaryScreen())
-        resize(size().boundedTo(screen->availableGeometry().size()));
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return;
+    const QRect available = screen->availableGeometry();
+    resize(size().boundedTo(available.size() - windowDecoration));
+    move(available.topLeft());
 }
 
 // The values are restored before anyone listens, so a start writes nothing back.
