@@ -74,4 +74,6 @@ private:
     std::shared_ptr<SearchHelper> searchHelper;
     QThread thread;
     QString lastOpenError;
+    // The found servos are on this port, whatever the list shows by now.
+    QString scannedPort;
 };

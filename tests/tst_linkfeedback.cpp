@@ -290,12 +290,19 @@ private slots:
 
         SearchDialog *search = SearchDialog::instance();
         search->show();
-        search->findChild<QComboBox *>("serialPortInfoListBox")
-            ->setCurrentText(VirtualBusPortProvider::PortName);
+        auto *ports = search->findChild<QComboBox *>("serialPortInfoListBox");
+        ports->setCurrentText(VirtualBusPortProvider::PortName);
+        search->findChild<QSpinBox *>("lowerSearchRangeSpinBox")->setValue(jointServoId);
+        search->findChild<QSpinBox *>("upperSearchRangeSpinBox")->setValue(jointServoId);
+        for (auto *rate : search->findChildren<QCheckBox *>(QRegularExpression("^baudRate\\d+")))
+            rate->setChecked(rate->objectName() == "baudRate57600CheckBox");
+        search->scan();
         auto *tree = search->findChild<QTreeWidget *>("servoTreeWidget");
-        QTreeWidgetItem *rate = search->addTreeRoot(QString::number(baudRate));
-        search->addTreeChild(rate, QString::number(jointServoId), QStringLiteral("ZelvarV1"));
-        tree->setCurrentItem(rate->child(0));
+        QCOMPARE(tree->topLevelItemCount(), 1);
+        tree->setCurrentItem(tree->topLevelItem(0)->child(0));
+        // Another port chosen after the scan does not change where the servo was found.
+        ports->addItem(QStringLiteral("ttyUSB9"));
+        ports->setCurrentText(QStringLiteral("ttyUSB9"));
         search->select();
         connectToServo();
         QVERIFY2(indicator()->text().contains("Virtual bus · 57,600 baud · servo 3"),

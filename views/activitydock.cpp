@@ -25,7 +25,7 @@
 
 namespace {
 // Fast enough to feel live, slow enough that a 10 ms poll does not redraw the table per reply.
-constexpr int refreshIntervalMs = 200;
+constexpr int refreshIntervalMs = 250;
 } // namespace
 
 ActivityDock::ActivityDock(const LinkMonitor *monitor, QWidget *parent)
@@ -62,7 +62,6 @@ ActivityDock::ActivityDock(const LinkMonitor *monitor, QWidget *parent)
     table->setSelectionMode(QAbstractItemView::ExtendedSelection);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setWordWrap(false);
-    table->setStyleSheet(QStringLiteral("background-color: white;"));
     // Fixed row heights and column widths: nothing is measured per row, 10,000 rows stay cheap.
     table->verticalHeader()->hide();
     table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
