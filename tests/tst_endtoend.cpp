@@ -293,18 +293,6 @@ private slots:
         verifyPortClosed();
     }
 
-    void connectToAbsentServo()
-    {
-        choosePort(VirtualBusPortProvider::PortName, absentServoId);
-        action("actionConnect")->trigger();
-        QVERIFY(action("actionDisconnect")->isEnabled());
-        // Long past any reply time of the bus.
-        QTest::qWait(300);
-        QCOMPARE(status(), QStringLiteral("Disconnected"));
-        QVERIFY(boxes.isEmpty());
-        disconnectFromServo();
-    }
-
     void damagedRepliesNeverReachTheScreen_data()
     {
         QTest::addColumn<int>("fault");

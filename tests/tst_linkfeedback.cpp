@@ -266,15 +266,12 @@ private slots:
         QVERIFY(window->isVisible());
         QVERIFY(dock()->findChild<QLabel *>("bytesLabel")->text().startsWith("Request: FF FF FD"));
 
+        // Saved, the whole ring comes out, one line each under a header.
         QTemporaryDir folder;
-        const QString file = folder.filePath("activity.txt");
-        QVERIFY(dock()->saveTo(file));
-        QFile saved(file);
+        QVERIFY(dock()->saveTo(folder.filePath("log")));
+        QFile saved(folder.filePath("log"));
         QVERIFY(saved.open(QIODevice::ReadOnly));
-        const QStringList lines =
-            QString::fromUtf8(saved.readAll()).split('\n', Qt::SkipEmptyParts);
-        QVERIFY(lines.first().startsWith("time (ms)\tinstruction"));
-        QCOMPARE(lines.size() - 1, window->linkMonitor()->ring().size());
+        QCOMPARE(saved.readAll().count('\n'), 1 + window->linkMonitor()->ring().size());
         dock()->findChild<QCheckBox *>("hidePollsCheckBox")->setChecked(false);
         dock()->hide();
     }
