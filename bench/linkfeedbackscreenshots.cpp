@@ -149,10 +149,13 @@ int main(int argc, char *argv[])
     const QString adapter = hiddenRuntime.filePath("ttyUSB0");
     QProcess realLooking;
     startBridge(realLooking, {"--link", adapter}, hiddenRuntime.path().toLocal8Bit());
+    // A second of polls, so that the replies per second are counted.
     connectTo(adapter, jointServoId);
+    wait(1000);
     save("02-answering");
 
     connectTo(VirtualBusPortProvider::PortName, jointServoId);
+    wait(1000);
     save("03-answering-simulated");
 
     connectTo(VirtualBusPortProvider::PortName, 42);
