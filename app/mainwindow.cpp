@@ -5,9 +5,12 @@
 #include "device/uiregisterhelper.h"
 #include "link/serialhelper.h"
 #include "link/uischeduler.h"
+#include "monitor/linkmonitor.h"
 #include "search/searchdialog.h"
 #include "settings/settings.h"
 #include "settings/settingsdialog.h"
+#include "views/activitydock.h"
+#include "views/linkindicator.h"
 #include "views/registerview.h"
 
 #include <QCloseEvent>
@@ -27,6 +30,9 @@ const QString geometryKey = QStringLiteral("geometry");
 const QString windowStateKey = QStringLiteral("windowState");
 const QString pollingIntervalKey = QStringLiteral("pollingInterval");
 const QString servoIdKey = QStringLiteral("servoId");
+
+// Room for a title bar and borders, more than most window managers draw.
+const QSize windowDecoration(16, 48);
 
 // Leaves an exchange already under way time to finish before the port goes.
 constexpr int closeDelayMs = 100;
@@ -49,6 +55,7 @@ struct MainWindow::ServoOperation
     const char *refused;
     const char *failed;
     const char *succeeded;
+    const char *unanswered;
 };
 
 // clang-format off
@@ -57,12 +64,14 @@ const MainWindow::ServoOperation MainWindow::rebootOperation = {
     QT_TRANSLATE_NOOP("MainWindow", "Error occurred during reboot operation"),
     QT_TRANSLATE_NOOP("MainWindow", "Error during reboot of Zelvar servo id:%1"),
     QT_TRANSLATE_NOOP("MainWindow", "Zelvar servo id:%1 was rebooted successfully"),
+    QT_TRANSLATE_NOOP("MainWindow", "No reply from Zelvar servo id:%1 to the reboot"),
 };
 const MainWindow::ServoOperation MainWindow::factoryResetOperation = {
     &DeviceHelper::factoryReset,
     QT_TRANSLATE_NOOP("MainWindow", "Error occurred during factory reset operation"),
     QT_TRANSLATE_NOOP("MainWindow", "Error during factory reset of Zelvar servo id:%1"),
     QT_TRANSLATE_NOOP("MainWindow", "Factory reset of Zelvar servo id:%1 was successful"),
+    QT_TRANSLATE_NOOP("MainWindow", "No reply from Zelvar servo id:%1 to the factory reset"),
 };
 // clang-format on
 
@@ -73,9 +82,11 @@ MainWindow::MainWindow(QWidget *parent)
     , settingsDialog(std::make_shared<SettingsDialog>())
     , searchDialog(std::make_shared<SearchDialog>())
     , serialHelper(std::make_shared<SerialHelper>())
+    , monitor(std::make_shared<LinkMonitor>())
 {
     ui->setupUi(this);
     ui->tabWidget->setAutoFillBackground(true);
+    setupLinkFeedback();
 
     // The helper outlives this window; a window that is gone is told nothing.
     QPointer<MainWindow> self(this);
@@ -104,6 +115,8 @@ MainWindow::MainWindow(QWidget *parent)
     connect(searchDialog.get(), SIGNAL(updateBaudRate(int)), settingsDialog.get(),
             SLOT(on_updateBaudRate(int)));
     connect(searchDialog.get(), SIGNAL(updateId(int)), this, SLOT(on_updateId(int)));
+    connect(searchDialog.get(), SIGNAL(updatePortName(QString)), settingsDialog.get(),
+            SLOT(on_updatePortName(QString)));
 
     if (!restoreGeometry(settings->value(geometryKey, QByteArray()).toByteArray()))
         fitIntoScreen();
@@ -114,7 +127,17 @@ MainWindow::MainWindow(QWidget *parent)
 
 MainWindow::~MainWindow()
 {
+    // The helper may outlive this window (the device helper shares it).
+    serialHelper->setTransactionObserver(nullptr);
+    // They read the monitor, which goes before the window's children do.
+    delete activityDock;
+    delete linkIndicator;
     delete ui;
+}
+
+LinkMonitor *MainWindow::linkMonitor() const
+{
+    return monitor.get();
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)
@@ -139,6 +162,7 @@ void MainWindow::on_actionConnect_triggered()
 {
     if (!openSerialPort())
         return;
+    startLinkMonitor();
     const auto servoId = uint8_t(idSpinBox->value());
     // The answer comes through the event loop, after the register view and the scheduler
     // below are ready for it.
@@ -165,6 +189,7 @@ void MainWindow::on_actionDisconnect_triggered()
         scheduler->timerId = 0;
     }
     ui->registerView->disconnectDevice();
+    monitor->stop();
     setLinkActions(false);
     closeTimerId = startTimer(closeDelayMs);
     ui->statusBar->showMessage(tr("Disconnected"));
@@ -245,10 +270,16 @@ void MainWindow::on_updateId(int value)
 }
 
 // The form is taller than many screens; without a stored geometry, keep the status bar in view.
+// The window manager's title bar and borders come on top of the window's own size and are
+// unknown until it is shown, so room is left for them.
 void MainWindow::fitIntoScreen()
 {
-    if (const QScreen *screen = QGuiApplication::primaryScreen())
-        resize(size().boundedTo(screen->availableGeometry().size()));
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return;
+    const QRect available = screen->availableGeometry();
+    resize(size().boundedTo(available.size() - windowDecoration));
+    move(available.topLeft());
 }
 
 // The values are restored before anyone listens, so a start writes nothing back.
@@ -279,6 +310,31 @@ void MainWindow::fillToolBar()
     idSpinBox->setSingleStep(1);
     idSpinBox->setValue(settings->value(servoIdKey, 0).toInt());
     ui->toolBar->addWidget(idSpinBox.get());
+}
+
+void MainWindow::setupLinkFeedback()
+{
+    serialHelper->setTransactionObserver(monitor.get());
+    linkIndicator = new LinkIndicator(monitor.get(), ui->statusBar);
+    ui->statusBar->addPermanentWidget(linkIndicator);
+    activityDock = new ActivityDock(monitor.get(), this);
+    addDockWidget(Qt::BottomDockWidgetArea, activityDock);
+    activityDock->hide();
+    ui->menuView->addAction(activityDock->toggleViewAction());
+    connect(linkIndicator, SIGNAL(clicked()), activityDock, SLOT(show()));
+    connect(linkIndicator, SIGNAL(clicked()), activityDock, SLOT(raise()));
+}
+
+void MainWindow::startLinkMonitor()
+{
+    LinkMonitor::Target target;
+    target.portName = settingsDialog->portSettings().portName;
+    target.baudRate = settingsDialog->portSettings().baudRate;
+    target.servoId = quint8(idSpinBox->value());
+    target.pollIntervalMs = pollingIntervalSpinBox->value();
+    target.simulated =
+        LinkMonitor::isSimulatedPort(target.portName, serialHelper->getSerialPortList());
+    monitor->start(target);
 }
 
 void MainWindow::setLinkActions(bool linked)
@@ -316,9 +372,19 @@ void MainWindow::runServoOperation(const ServoOperation &operation)
                 self->showOperationResult(operation, reply);
         });
     };
+    // The library waits for the reply inside the call, so a callback not made by its
+    // return means the servo never answered.
+    auto answered = std::make_shared<bool>(false);
+    auto noteAnswer = [showResult, answered](QByteArray reply) {
+        *answered = true;
+        showResult(reply);
+    };
     DeviceHelper &deviceHelper = *DeviceHelper::instance();
-    if (!(deviceHelper.*operation.send)(uint8_t(idSpinBox->value()), showResult))
+    const int servoId = idSpinBox->value();
+    if (!(deviceHelper.*operation.send)(uint8_t(servoId), noteAnswer))
         QMessageBox::critical(this, tr("Error"), tr(operation.refused));
+    else if (!*answered)
+        QMessageBox::critical(this, tr("Error"), tr(operation.unanswered).arg(servoId));
 }
 
 void MainWindow::showOperationResult(const ServoOperation &operation, const QByteArray &reply)

@@ -5,6 +5,9 @@
 #include <QString>
 #include <memory>
 
+class ActivityDock;
+class LinkIndicator;
+class LinkMonitor;
 class QCloseEvent;
 class QLabel;
 class QSpinBox;
@@ -30,6 +33,9 @@ public:
     explicit MainWindow(QWidget *parent = nullptr);
     ~MainWindow() override;
 
+    // The one monitor of this window's link; features that watch the link listen to it.
+    LinkMonitor *linkMonitor() const;
+
 protected:
     void closeEvent(QCloseEvent *event) override;
     // The close timer: the port closes a moment after a disconnect.
@@ -52,6 +58,8 @@ private:
     static const ServoOperation factoryResetOperation;
 
     void fillToolBar();
+    void setupLinkFeedback();
+    void startLinkMonitor();
     void fitIntoScreen();
     void onDeviceLoaded();
     void setLinkActions(bool linked);
@@ -73,4 +81,7 @@ private:
     std::shared_ptr<SerialHelper> serialHelper;
     std::shared_ptr<UiScheduler> scheduler;
     int closeTimerId = 0;
+    std::shared_ptr<LinkMonitor> monitor;
+    LinkIndicator *linkIndicator = nullptr;
+    ActivityDock *activityDock = nullptr;
 };

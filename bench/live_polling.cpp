@@ -2,7 +2,10 @@
 // with the whole window up (offscreen). The servo turns in wheel mode, so its position,
 // speed and load change from reply to reply. Prints how many ticks were answered, what
 // one reply costs the program from its arrival until every control and register cell
-// shows it, and what the process used.
+// shows it, and what the process used. With "log" after the seconds, the activity log is
+// on screen with its polls showing.
+//
+//   bench_live_polling [seconds] [log]
 #include "app/mainwindow.h"
 #include "device/uiregisterhelper.h"
 #include "link/uischeduler.h"
@@ -18,6 +21,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDockWidget>
 #include <QElapsedTimer>
 #include <QPushButton>
 #include <QSpinBox>
@@ -164,6 +168,7 @@ int main(int argc, char *argv[])
 
     TimedApplication application(argc, argv);
     const int seconds = argc > 1 ? std::max(1, atoi(argv[1])) : defaultSeconds;
+    const bool logShown = argc > 2 && QByteArray(argv[2]) == "log";
     startTurning(*VirtualBusPortProvider::installProcessBus());
 
     MainWindow window;
@@ -197,6 +202,8 @@ int main(int argc, char *argv[])
     QObject::connect(&flick, &QTimer::timeout,
                      [tabs] { tabs->setCurrentIndex(1 - tabs->currentIndex()); });
     flick.start(1000);
+    if (logShown)
+        window.findChild<QDockWidget *>("activityDock")->show();
 
     const double processorBefore = processorSeconds();
     QElapsedTimer wall;
@@ -209,8 +216,8 @@ int main(int argc, char *argv[])
     const double processor = processorSeconds() - processorBefore;
 
     const auto replies = long(application.replyNanoseconds.size());
-    std::printf("run: %.1f s at %d baud, polling every %d ms, servo %d turning\n", wallSeconds,
-                baudRate, pollingIntervalMs, servoId);
+    std::printf("run: %.1f s at %d baud, polling every %d ms, servo %d turning, activity log %s\n",
+                wallSeconds, baudRate, pollingIntervalMs, servoId, logShown ? "shown" : "hidden");
     std::printf("ticks: %ld\n", application.ticks);
     std::printf("replies completed: %ld (%.2f %% of ticks)\n", replies,
                 application.ticks ? 100.0 * double(replies) / double(application.ticks) : 0.0);

@@ -113,6 +113,8 @@ void SearchDialog::select()
         return;
     emit updateBaudRate(root->text(0).toInt());
     emit updateId(item->text(1).toInt());
+    // The servo was found on the port scanned, not necessarily on the one in the settings.
+    emit updatePortName(scannedPort);
     hide();
 }
 
@@ -127,6 +129,7 @@ void SearchDialog::scan()
         return;
     scanning = true;
     abortRequested = false;
+    scannedPort = ui->serialPortInfoListBox->currentText();
     ui->servoTreeWidget->clear();
     ui->scanPushButton->setEnabled(false);
     ui->abortScanPushButton->setEnabled(true);

@@ -36,6 +36,7 @@ signals:
     void doScanServo(int id, int baudRate);
     void updateBaudRate(int baudRate);
     void updateId(int id);
+    void updatePortName(const QString &portName);
 
 public slots:
     void select();
@@ -73,4 +74,6 @@ private:
     std::shared_ptr<SearchHelper> searchHelper;
     QThread thread;
     QString lastOpenError;
+    // The found servos are on this port, whatever the list shows by now.
+    QString scannedPort;
 };

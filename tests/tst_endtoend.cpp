@@ -339,8 +339,8 @@ private slots:
         QTest::newRow("factory reset") << "actionReset" << int(resetServoId) << "Success: Factory reset of Zelvar servo id:9 was successful";
         QTest::newRow("reboot, alert") << "actionReboot" << int(alarmedServoId) << "Error: Error during reboot of Zelvar servo id:10";
         QTest::newRow("factory reset, alert") << "actionReset" << int(alarmedServoId) << "Error: Error during factory reset of Zelvar servo id:10";
-        QTest::newRow("reboot, absent") << "actionReboot" << int(absentServoId) << QString();
-        QTest::newRow("factory reset, absent") << "actionReset" << int(absentServoId) << QString();
+        QTest::newRow("reboot, absent") << "actionReboot" << int(absentServoId) << "Error: No reply from Zelvar servo id:77 to the reboot";
+        QTest::newRow("factory reset, absent") << "actionReset" << int(absentServoId) << "Error: No reply from Zelvar servo id:77 to the factory reset";
         // clang-format on
     }
     void servoOperationsReportTheirId()
@@ -487,18 +487,6 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(boxes, reported, patienceMs);
         boxes.clear();
         QCOMPARE(servo->value(ServoRegister::TemperatureLimit, 1) == 55, !confirm);
-    }
-
-    void connectToAbsentServo()
-    {
-        choosePort(VirtualBusPortProvider::PortName, absentServoId);
-        action("actionConnect")->trigger();
-        QVERIFY(action("actionDisconnect")->isEnabled());
-        // Long past any reply time of the bus.
-        QTest::qWait(300);
-        QCOMPARE(status(), QStringLiteral("Disconnected"));
-        QVERIFY(boxes.isEmpty());
-        disconnectFromServo();
     }
 
     void damagedRepliesNeverReachTheScreen_data()
