@@ -1,7 +1,9 @@
 #include "app/mainwindow.h"
 #include "simulator/virtualbusportprovider.h"
+#include "translations/translationinstaller.h"
 
 #include <QApplication>
+#include <QLocale>
 
 namespace {
 
@@ -27,6 +29,7 @@ int main(int argc, char *argv[])
     defaultHandler = qInstallMessageHandler(quietAboutRuntimeFolder);
 
     QApplication application(argc, argv);
+    TranslationInstaller::install(QLocale::system());
     // Without hardware, the simulated bus is what the user connects to.
     VirtualBusPortProvider::installProcessBus();
     MainWindow window;
