@@ -292,17 +292,17 @@
     <message>
         <location line="+33"/>
         <source>Limits</source>
-        <translation>Grenzwerte</translation>
+        <translation>Limits</translation>
     </message>
     <message>
         <location line="+19"/>
         <source>Clockwise angle limit</source>
-        <translation>Winkelgrenze im Uhrzeigersinn</translation>
+        <translation>Winkelgrenze UZS</translation>
     </message>
     <message>
         <location line="+11"/>
         <source>Counter-clockwise angle limit</source>
-        <translation>Winkelgrenze gegen den Uhrzeigersinn</translation>
+        <translation>Winkelgrenze GUZS</translation>
     </message>
     <message>
         <location line="+11"/>
@@ -327,12 +327,12 @@
     <message>
         <location line="+11"/>
         <source>Angular velocity limit</source>
-        <translation>Grenze Winkelgeschwindigkeit</translation>
+        <translation>Grenze Drehzahl</translation>
     </message>
     <message>
         <location line="+11"/>
         <source>Acceleration limit</source>
-        <translation>Beschleunigungsgrenze</translation>
+        <translation>Max. Beschleunigung</translation>
     </message>
     <message>
         <location line="+26"/>
@@ -342,7 +342,7 @@
     <message>
         <location line="+19"/>
         <source>Home position offset</source>
-        <translation>Versatz der Ausgangsposition</translation>
+        <translation>Nullpunktversatz</translation>
     </message>
     <message>
         <location line="+11"/>
@@ -357,23 +357,23 @@
     <message>
         <location line="+19"/>
         <source>Position proportional term:</source>
-        <translation>Proportionalanteil Position:</translation>
+        <translation>P-Anteil Position:</translation>
     </message>
     <message>
         <location line="+14"/>
         <location line="+251"/>
         <source>Velocity feedforward term:</source>
-        <translation>Vorsteuerung Geschwindigkeit:</translation>
+        <translation>Vorsteuerung Geschw.:</translation>
     </message>
     <message>
         <location line="-234"/>
         <source>Velocity proportional term:</source>
-        <translation>Proportionalanteil Geschwindigkeit:</translation>
+        <translation>P-Anteil Geschwindigkeit:</translation>
     </message>
     <message>
         <location line="+14"/>
         <source>Velocity integral term:</source>
-        <translation>Integralanteil Geschwindigkeit:</translation>
+        <translation>I-Anteil Geschwindigkeit:</translation>
     </message>
     <message>
         <location line="+14"/>
@@ -385,13 +385,13 @@
         <location line="-302"/>
         <location line="+415"/>
         <source>Angular velocity profile:</source>
-        <translation>Profil Winkelgeschwindigkeit:</translation>
+        <translation>Drehzahlprofil:</translation>
     </message>
     <message>
         <location line="-404"/>
         <location line="+415"/>
         <source>Acceleration profile:</source>
-        <translation>Profil Beschleunigung:</translation>
+        <translation>Beschleunigungsprofil:</translation>
     </message>
     <message>
         <location line="-374"/>
@@ -419,7 +419,7 @@
         <location line="+17"/>
         <location line="+99"/>
         <source>Proportional term:</source>
-        <translation>Proportionalanteil:</translation>
+        <translation>P-Anteil:</translation>
     </message>
     <message>
         <location line="-40"/>
@@ -447,7 +447,7 @@
     <message>
         <location line="-86"/>
         <source>Integral term:</source>
-        <translation>Integralanteil:</translation>
+        <translation>I-Anteil:</translation>
     </message>
     <message>
         <location line="+59"/>
