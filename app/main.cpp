@@ -15,7 +15,7 @@ void quietAboutRuntimeFolder(QtMsgType type, const QMessageLogContext &context,
                              const QString &message)
 {
     if (type == QtWarningMsg &&
-        message.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR")))
+        message.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set")))
         return;
     defaultHandler(type, context, message);
 }

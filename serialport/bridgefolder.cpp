@@ -32,8 +32,7 @@ QString BridgeFolder::path()
 
 QString BridgeFolder::refusal(const QString &folder)
 {
-    struct stat info
-    {};
+    struct stat info = {};
     if (::lstat(QFile::encodeName(folder).constData(), &info) != 0)
         return QStringLiteral("%1: %2").arg(folder, reasonOf(errno));
     if (S_ISLNK(info.st_mode))
@@ -50,8 +49,7 @@ QString BridgeFolder::refusal(const QString &folder)
 QString BridgeFolder::forListing()
 {
     const QString folder = path();
-    struct stat info
-    {};
+    struct stat info = {};
     if (::lstat(QFile::encodeName(folder).constData(), &info) != 0 && errno == ENOENT)
         return {};
     const QString refused = refusal(folder);
@@ -78,8 +76,7 @@ QString BridgeFolder::prepare()
 bool BridgeFolder::isLive(const QFileInfo &link)
 {
     // Only a terminal or a real port is worth listing; a link to a file or a folder is not.
-    struct stat target
-    {};
+    struct stat target = {};
     if (!link.isSymLink() ||
         ::stat(QFile::encodeName(link.absoluteFilePath()).constData(), &target) != 0 ||
         !S_ISCHR(target.st_mode))

@@ -347,8 +347,7 @@ private slots:
         QVERIFY(QFile::remove(folder));
 
         QCOMPARE(BridgeFolder::prepare(), QString());
-        struct stat info
-        {};
+        struct stat info = {};
         QCOMPARE(::lstat(QFile::encodeName(folder), &info), 0);
         QCOMPARE(info.st_mode & 07777, mode_t(0700));
         QCOMPARE(BridgeFolder::forListing(), folder);
