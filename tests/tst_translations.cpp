@@ -39,10 +39,11 @@ private slots:
         QTest::addColumn<QString>("locale");
         QTest::addColumn<bool>("translated");
         QTest::addColumn<QStringList>("texts");
-        const QStringList german{"Zelvar Servo Manager", "Einstellungen", "Gerätesuche",
-                                 "Felder in Einheiten", "Getrennt"};
-        const QStringList english{"Zelvar Servo Manager", "Settings", "Device search",
-                                  "Unit fields", "Disconnected"};
+        const QStringList german{"Zelvar Servo Manager", "Einstellungen",       "Gerätesuche",
+                                 "Felder in Einheiten",  "Position (Radiant):", "Getrennt"};
+        const QStringList english{"Zelvar Servo Manager", "Settings",
+                                  "Device search",        "Unit fields",
+                                  "Position (radians):",  "Disconnected"};
         QTest::newRow("German") << "de_DE" << true << german;
         QTest::newRow("Austrian German") << "de_AT" << true << german;
         QTest::newRow("French, not translated") << "fr_FR" << false << english;
@@ -59,6 +60,7 @@ private slots:
         const auto *tabs = window.findChild<QTabWidget *>(QStringLiteral("tabWidget"));
         QCOMPARE(QStringList({window.windowTitle(), SettingsDialog::instance()->windowTitle(),
                               SearchDialog::instance()->windowTitle(), tabs->tabText(0),
+                              window.findChild<QLabel *>("positionLabel")->text(),
                               window.statusBar()->currentMessage()}),
                  texts);
     }

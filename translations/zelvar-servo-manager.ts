@@ -1201,4 +1201,17 @@
         <translation type="unfinished"></translation>
     </message>
 </context>
+<context>
+    <name>UnitsHelper</name>
+    <message>
+        <location filename="../device/unitshelper.cpp" line="+18"/>
+        <source>radians</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>degrees</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
 </TS>
