@@ -117,8 +117,8 @@ void measurePseudoTerminal(int baudRate)
         printf("pseudo-terminal: cannot create one\n");
         return;
     }
+    BridgeFolder::prepare();
     const QString folder = BridgeFolder::path();
-    QDir().mkpath(folder);
     QFile::remove(folder + "/" + BridgeName);
     QFile::link(QString::fromLocal8Bit(ptsname(master)), folder + "/" + BridgeName);
 

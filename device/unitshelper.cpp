@@ -3,6 +3,7 @@
 #include "device/conversionhelper.h"
 #include "device/physicalquantities.h"
 
+#include <QCoreApplication>
 #include <array>
 
 namespace {
@@ -14,7 +15,8 @@ constexpr UnitDescription noUnit{"", 0, 0.0, 0};
 // Indexed by field id, then by the unit index the user chose.
 const std::array<UnitChoice, UnitsHelper::quantityCount> unitTable{{
     {{{"rad/s", 2, 0.1, 1}, {"rpm", 1, 1.0, 0}}},
-    {{{"radians", 3, 0.001533980787885254, 1}, {"degrees", 2, 0.0, 0}}},
+    {{{QT_TRANSLATE_NOOP("UnitsHelper", "radians"), 3, 0.001533980787885254, 1},
+      {QT_TRANSLATE_NOOP("UnitsHelper", "degrees"), 2, 0.0, 0}}},
     {{{u8"rad/s²", 2, 0.01, 0}, noUnit}},
     {{{"Nm", 2, 0.1, 1}, {"kg-cm", 2, 0.1, 0}}},
     {{{"V", 1, 0.5, 0}, noUnit}},
@@ -67,7 +69,8 @@ int32_t UnitsHelper::unitIndex(int32_t id) const
 
 QString UnitsHelper::unitName(int32_t id) const
 {
-    return QString::fromUtf8(unit(id, unitIndex(id)).text);
+    // Symbols have no translation and come back as they are.
+    return QCoreApplication::translate("UnitsHelper", unit(id, unitIndex(id)).text);
 }
 
 int UnitsHelper::decimals(int32_t id) const

@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSerialPortInfo>
-#include <QStandardPaths>
 #include <algorithm>
 
 namespace {
@@ -62,9 +61,10 @@ std::unique_ptr<SerialPortBackend> PortCatalog::createBackend(const QString &por
 std::vector<SerialPortItem> PortCatalog::bridges()
 {
     std::vector<SerialPortItem> items;
-    const QDir folder(BridgeFolder::path());
-    if (!folder.exists())
+    const QString path = BridgeFolder::forListing();
+    if (path.isEmpty())
         return items;
+    const QDir folder(path);
     const auto entries = folder.entryInfoList(QDir::System | QDir::Files | QDir::NoDotAndDotDot);
     for (const QFileInfo &entry : entries) {
         if (!BridgeFolder::isLive(entry))

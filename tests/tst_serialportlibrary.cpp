@@ -8,6 +8,8 @@
 
 #include <QtTest>
 #include <limits>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -204,8 +206,8 @@ private slots:
 
     void listsVirtualBusesBetweenAdaptersAndOtherPorts()
     {
+        QCOMPARE(BridgeFolder::prepare(), QString());
         const QString folder = BridgeFolder::path();
-        QVERIFY(QDir().mkpath(folder));
         QVERIFY(QFile::link("/dev/null", folder + "/bus-bridge"));
         QVERIFY(QFile::link(folder + "/gone", folder + "/dangling-bridge"));
         // A killed bridge leaves its link to a terminal that someone else may have now.
@@ -230,6 +232,125 @@ private slots:
         QVERIFY2(QRegularExpression("^a?vo?$").match(order).hasMatch(), qPrintable(order));
         QCOMPARE(virtualNames, QStringList({"bus-bridge", ServoPort, SilentPort}));
         QDir(folder).removeRecursively();
+    }
+
+    void trustsOnlyAPrivateFolderOfOurOwn_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QString>("refusal");
+        QTest::newRow("private folder") << "folder 0700"
+                                        << "";
+        QTest::newRow("readable by others") << "folder 0755"
+                                            << "open to other users";
+        QTest::newRow("writable by the group") << "folder 0720"
+                                               << "open to other users";
+        QTest::newRow("planted link to a folder") << "link"
+                                                  << "is a link";
+        QTest::newRow("file") << "file"
+                              << "not a folder";
+        QTest::newRow("absent") << "none"
+                                << "No such file";
+        QTest::newRow("someone else's") << "foreign"
+                                        << "another user";
+    }
+
+    void trustsOnlyAPrivateFolderOfOurOwn()
+    {
+        QFETCH(QString, kind);
+        QFETCH(QString, refusal);
+        QTemporaryDir temporary;
+        const QString folder = temporary.filePath("bridges");
+        const QByteArray path = QFile::encodeName(folder);
+        if (kind.startsWith("folder")) {
+            QCOMPARE(::mkdir(path, 0700), 0);
+            QCOMPARE(::chmod(path, mode_t(kind.mid(7).toInt(nullptr, 8))), 0);
+        } else if (kind == "link") {
+            QCOMPARE(::mkdir(QFile::encodeName(temporary.filePath("elsewhere")), 0700), 0);
+            QVERIFY(QFile::link(temporary.filePath("elsewhere"), folder));
+        } else if (kind == "file") {
+            QFile file(folder);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+        } else if (kind == "foreign") {
+            if (::geteuid() != 0)
+                QSKIP("only root can hand a folder to another user");
+            QCOMPARE(::mkdir(path, 0700), 0);
+            QCOMPARE(::chown(path, 65534, 65534), 0);
+        }
+        const QString reason = BridgeFolder::refusal(folder);
+        QVERIFY2(refusal.isEmpty() ? reason.isEmpty() : reason.contains(refusal),
+                 qPrintable(reason));
+    }
+
+    void followsLinksOnlyToLiveCharacterDevices_data()
+    {
+        QTest::addColumn<QString>("target");
+        QTest::addColumn<QString>("pid");
+        QTest::addColumn<bool>("live");
+        QTest::newRow("device, no record") << "/dev/null"
+                                           << "" << true;
+        QTest::newRow("device, running bridge") << "/dev/null"
+                                                << "self" << true;
+        QTest::newRow("device, bridge gone") << "/dev/null"
+                                             << "2147483647" << false;
+        QTest::newRow("device, garbled record") << "/dev/null"
+                                                << "x" << false;
+        QTest::newRow("plain file") << "file"
+                                    << "" << false;
+        QTest::newRow("folder") << "/"
+                                << "" << false;
+        QTest::newRow("dangling") << "gone"
+                                  << "" << false;
+    }
+
+    void followsLinksOnlyToLiveCharacterDevices()
+    {
+        QFETCH(QString, target);
+        QFETCH(QString, pid);
+        QFETCH(bool, live);
+        QTemporaryDir temporary;
+        if (!target.startsWith('/')) {
+            target = temporary.filePath(target);
+            if (target.endsWith("file")) {
+                QFile file(target);
+                QVERIFY(file.open(QIODevice::WriteOnly));
+            }
+        }
+        const QString link = temporary.filePath("bridge");
+        QVERIFY(QFile::link(target, link));
+        if (!pid.isEmpty()) {
+            QFile record(link + ".pid");
+            QVERIFY(record.open(QIODevice::WriteOnly));
+            record.write(pid == "self" ? QByteArray::number(QCoreApplication::applicationPid())
+                                       : pid.toLatin1());
+        }
+        QCOMPARE(BridgeFolder::isLive(QFileInfo(link)), live);
+    }
+
+    // With no runtime folder set, bridges list themselves in the temporary folder, where
+    // a planted link must not redirect them.
+    void fallsBackToAPrivateFolderInTheTemporaryFolder()
+    {
+        QTemporaryDir temporary;
+        const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR"), tmp = qgetenv("TMPDIR");
+        const auto restore = qScopeGuard([&] {
+            qputenv("XDG_RUNTIME_DIR", runtime);
+            tmp.isEmpty() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", tmp);
+        });
+        qunsetenv("XDG_RUNTIME_DIR");
+        qputenv("TMPDIR", QFile::encodeName(temporary.path()));
+        const QString folder = BridgeFolder::path();
+        QVERIFY2(folder.startsWith(temporary.path() + "/zelvar-virtual-bus-"), qPrintable(folder));
+
+        QVERIFY(QFile::link("/tmp", folder));
+        QVERIFY(BridgeFolder::prepare().contains("is a link"));
+        QCOMPARE(BridgeFolder::forListing(), QString());
+        QVERIFY(QFile::remove(folder));
+
+        QCOMPARE(BridgeFolder::prepare(), QString());
+        struct stat info = {};
+        QCOMPARE(::lstat(QFile::encodeName(folder), &info), 0);
+        QCOMPARE(info.st_mode & 07777, mode_t(0700));
+        QCOMPARE(BridgeFolder::forListing(), folder);
     }
 
 private:

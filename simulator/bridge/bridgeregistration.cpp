@@ -3,7 +3,6 @@
 #include "bridgefolder.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -19,12 +18,9 @@ QString BridgeRegistration::addListed(const QString &portName, const QString &ta
 {
     if (portName.isEmpty() || portName.contains('/') || portName.endsWith(".pid"))
         return QString("\"%1\" cannot name a port").arg(portName);
-    const QString folder = BridgeFolder::path();
-    if (!QDir().mkpath(folder))
-        return QString("Cannot create %1").arg(folder);
-    QFile::setPermissions(folder,
-                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-    const QString link = folder + '/' + portName;
+    if (const QString error = BridgeFolder::prepare(); !error.isEmpty())
+        return error;
+    const QString link = BridgeFolder::path() + '/' + portName;
     if (const QString error = addLink(link, target); !error.isEmpty())
         return error;
     // Written only once the link is ours, so that another bridge's record stays intact.
