@@ -1,6 +1,7 @@
 #include "app/mainwindow.h"
 #include "ui_mainwindow.h"
 
+#include "app/parameterfileactions.h"
 #include "device/devicehelper.h"
 #include "device/uiregisterhelper.h"
 #include "link/serialhelper.h"
@@ -72,6 +73,7 @@ MainWindow::MainWindow(QWidget *parent)
 {
     ui->setupUi(this);
     ui->tabWidget->setAutoFillBackground(true);
+    parameterFiles = std::make_shared<ParameterFileActions>(this, ui->menuHelp->menuAction());
 
     // The helper outlives this window; a window that is gone is told nothing.
     QPointer<MainWindow> self(this);
@@ -151,6 +153,8 @@ void MainWindow::onDeviceLoaded()
         return;
     ui->statusBar->showMessage(tr("Connected"));
     scheduler->timerId = scheduler->startTimer(pollingIntervalSpinBox->value(), Qt::CoarseTimer);
+    parameterFiles->setLink(scheduler, DeviceHelper::instance()->device(),
+                            uint8_t(idSpinBox->value()), pollingIntervalSpinBox->value());
 }
 
 void MainWindow::on_actionDisconnect_triggered()
@@ -159,6 +163,7 @@ void MainWindow::on_actionDisconnect_triggered()
         scheduler->killTimer(scheduler->timerId);
         scheduler->timerId = 0;
     }
+    parameterFiles->clearLink();
     ui->registerView->disconnectDevice();
     setLinkActions(false);
     closeTimerId = startTimer(closeDelayMs);

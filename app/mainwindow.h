@@ -9,6 +9,7 @@ class QCloseEvent;
 class QLabel;
 class QSpinBox;
 class QTimerEvent;
+class ParameterFileActions;
 class SearchDialog;
 class SerialHelper;
 class Settings;
@@ -69,5 +70,6 @@ private:
     std::shared_ptr<UiRegisterHelper> registerHelper;
     std::shared_ptr<SerialHelper> serialHelper;
     std::shared_ptr<UiScheduler> scheduler;
+    std::shared_ptr<ParameterFileActions> parameterFiles;
     int closeTimerId = 0;
 };

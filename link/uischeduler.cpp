@@ -115,6 +115,7 @@ void UiScheduler::groupCallback(const QByteArray &reply)
     }
     const char error = reply.size() > replyErrorByte ? reply.at(replyErrorByte) : 0;
     StatusHelper::instance()->updateStatusPacket(int8_t(error));
+    emit tableRead(reply);
 }
 
 QByteArray UiScheduler::lastRegisters(uint8_t address, int length) const

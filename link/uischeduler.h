@@ -32,6 +32,10 @@ public:
     // Cuts one read reply into registers and hands each value on.
     void groupCallback(const QByteArray &reply);
 
+signals:
+    // Each read reply of the whole table, after the bound displays have taken it.
+    void tableRead(const QByteArray &reply);
+
 public slots:
     void addQueueRequest(uint8_t address, const QByteArray &data);
     void startScheduler(int pollingInterval);

@@ -1,0 +1,268 @@
+#include "app/mainwindow.h"
+#include "settings/settingsdialog.h"
+#include "simulator/servoregisters.h"
+#include "simulator/virtualbus.h"
+#include "simulator/virtualbusportprovider.h"
+#include "simulator/virtualservo.h"
+#include "views/loadparametersdialog.h"
+
+#include <QtTest>
+#include <QtWidgets>
+
+namespace {
+
+constexpr quint8 servoId = 3;
+constexpr int baudRate = 57600;
+constexpr int pollingIntervalMs = 100;
+// Generous: only there to end a hang.
+constexpr int patienceMs = 20000;
+
+} // namespace
+
+// Parameter files through the "Servo" menu, against a servo on the in-process virtual bus.
+class TestServoMenu : public QObject
+{
+    Q_OBJECT
+
+    std::shared_ptr<VirtualBus> bus;
+    std::shared_ptr<VirtualServo> servo;
+    std::unique_ptr<MainWindow> window;
+    QTemporaryDir folder;
+    // Every dialog is answered as a user would: file dialogs with `chosenFile`, the load
+    // dialog by `onLoadDialog`, message boxes with OK, kept here as "title: text".
+    QString chosenFile;
+    std::function<void(LoadParametersDialog *)> onLoadDialog;
+    QStringList boxes;
+    // The load dialog's rows as "register | servo | file | ticked".
+    QStringList rows;
+    QTimer answerer;
+
+    QAction *action(const char *name) const
+    {
+        return window->findChild<QAction *>(QLatin1String(name));
+    }
+
+    void answerDialogs()
+    {
+        QWidget *modal = QApplication::activeModalWidget();
+        if (auto *box = qobject_cast<QMessageBox *>(modal)) {
+            boxes << box->windowTitle() + ": " + box->text();
+            box->done(QMessageBox::Ok);
+        } else if (auto *files = qobject_cast<QFileDialog *>(modal)) {
+            files->selectFile(chosenFile);
+            QMetaObject::invokeMethod(files, "accept");
+        } else if (auto *load = qobject_cast<LoadParametersDialog *>(modal)) {
+            auto *table = load->findChild<QTableWidget *>("differencesTableWidget");
+            rows.clear();
+            for (int row = 0; row < table->rowCount(); ++row)
+                rows << QStringList{table->item(row, 0)->text(), table->item(row, 1)->text(),
+                                    table->item(row, 2)->text(),
+                                    table->item(row, 0)->checkState() == Qt::Checked ? "ticked"
+                                                                                     : "unticked"}
+                            .join(" | ");
+            if (onLoadDialog)
+                onLoadDialog(load);
+            else
+                load->reject();
+        }
+    }
+
+    QString lastBox()
+    {
+        if (!QTest::qWaitFor([this] { return !boxes.isEmpty(); }, patienceMs))
+            return QString();
+        return boxes.takeLast();
+    }
+
+    QString save(const QString &name)
+    {
+        chosenFile = folder.filePath(name);
+        action("actionSaveParameters")->trigger();
+        return lastBox();
+    }
+
+    QString load(const QString &path)
+    {
+        chosenFile = path;
+        action("actionLoadParameters")->trigger();
+        return lastBox();
+    }
+
+    // What a load may change: the writable registers.
+    QByteArray writableRegisters() const { return servo->controlTable().mid(3, 83); }
+
+    static void writeFile(const QString &path, const QByteArray &text)
+    {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(text);
+    }
+
+private slots:
+    void initTestCase()
+    {
+        bus = VirtualBusPortProvider::installProcessBus();
+        // The bus comes with a joint-mode servo at this id and rate.
+        for (const auto &candidate : bus->servos()) {
+            if (candidate->id() == servoId)
+                servo = candidate;
+        }
+        QVERIFY(servo);
+        connect(&answerer, &QTimer::timeout, this, &TestServoMenu::answerDialogs);
+        answerer.start(5);
+
+        window = std::make_unique<MainWindow>();
+        window->show();
+        window->findChild<QToolBar *>()
+            ->findChild<QSpinBox *>("pollingIntervalSpinBox")
+            ->setValue(pollingIntervalMs);
+        window->findChild<QToolBar *>()->findChild<QSpinBox *>("idSpinBox")->setValue(servoId);
+        SettingsDialog *settings = SettingsDialog::instance();
+        settings->findChild<QComboBox *>("serialPortInfoListBox")
+            ->setCurrentText(VirtualBusPortProvider::PortName);
+        settings->findChild<QComboBox *>("baudRateBox")->setCurrentText(QString::number(baudRate));
+        settings->findChild<QRadioButton *>("degreesRadioButton")->setChecked(true);
+        settings->findChild<QPushButton *>("okButton")->click();
+
+        QVERIFY(!action("actionSaveParameters")->isEnabled());
+        action("actionConnect")->trigger();
+        QTRY_COMPARE_WITH_TIMEOUT(window->statusBar()->currentMessage(), QString("Connected"),
+                                  patienceMs);
+        QVERIFY(action("actionSaveParameters")->isEnabled());
+        QVERIFY(action("actionLoadParameters")->isEnabled());
+    }
+
+    void cleanupTestCase()
+    {
+        action("actionDisconnect")->trigger();
+        QVERIFY(!action("actionLoadParameters")->isEnabled());
+        window.reset();
+    }
+
+    void cleanup()
+    {
+        onLoadDialog = nullptr;
+        rows.clear();
+        for (const QString &box : boxes)
+            qWarning("box %s", qPrintable(box));
+        boxes.clear();
+    }
+
+    void saveChangeLoadReadBack()
+    {
+        const QString path = folder.filePath("servo.json");
+        QCOMPARE(save("servo.json"),
+                 QString("Success: The parameters of servo id:3 were saved to %1.").arg(path));
+        const QByteArray saved = writableRegisters();
+
+        // Changed on the servo as another tool would, with the motor left running.
+        servo->setValue(ServoRegister::ClockwiseLimit, 2, -1000);
+        servo->setValue(ServoRegister::TemperatureLimit, 1, 60);
+        servo->setValue(ServoRegister::PositionP, 2, 1234);
+        servo->setValue(ServoRegister::TargetPosition, 4, 2048);
+        servo->setValue(ServoRegister::ControlEnable, 1, 1);
+
+        bool writeEnabledBeforeSwitch = true;
+        onLoadDialog = [&writeEnabledBeforeSwitch](LoadParametersDialog *dialog) {
+            auto *write = dialog->findChild<QPushButton *>("writeButton");
+            writeEnabledBeforeSwitch = write->isEnabled();
+            dialog->findChild<QCheckBox *>("switchMotorOffCheckBox")->setChecked(true);
+            write->click();
+        };
+        QCOMPARE(load(path), QString("Success: Servo id:3 took all 3 ticked registers of "
+                                     "servo.json."));
+        QCOMPARE(rows, (QStringList{
+                           "CW angle limit | -87.93 degrees | -180.00 degrees | ticked",
+                           "Upper temperature limit | 60 °C | 80 °C | ticked",
+                           "Control enable | 1 | 0 | unticked",
+                           "Position proportional gain | 123.4 | 40.0 | ticked",
+                           "Target position | 180.00 degrees | 0.00 degrees | unticked",
+                       }));
+        QVERIFY2(!writeEnabledBeforeSwitch, "non-volatile rows with the motor on");
+
+        // The unticked target stays; the motor was switched off for the non-volatile rows.
+        QByteArray expected = saved;
+        expected.replace(ServoRegister::TargetPosition - 3, 4, QByteArray::fromHex("00080000"));
+        QCOMPARE(writableRegisters().toHex(), expected.toHex());
+        QCOMPARE(servo->value(ServoRegister::ControlEnable, 1), 0u);
+    }
+
+    void refusedWritesNothing_data()
+    {
+        QTest::addColumn<bool>("otherModel");
+        QTest::newRow("another model") << true;
+        QTest::newRow("damaged") << false;
+    }
+
+    void refusedWritesNothing()
+    {
+        QFETCH(bool, otherModel);
+
+        QFile saved(folder.filePath("servo.json"));
+        QVERIFY(saved.open(QIODevice::ReadOnly));
+        QByteArray text = saved.readAll();
+        const int modelNumber = int(servo->value(0, 2));
+        if (otherModel) {
+            QJsonObject object = QJsonDocument::fromJson(text).object();
+            object["modelNumber"] = modelNumber + 1;
+            text = QJsonDocument(object).toJson();
+        } else {
+            text.truncate(text.size() / 2);
+        }
+        const QString broken = folder.filePath("broken.json");
+        writeFile(broken, text);
+        servo->setValue(ServoRegister::TemperatureLimit, 1, 61);
+        const QByteArray before = writableRegisters();
+
+        const QString cause =
+            otherModel ? QString("The file is for model number %1; this servo is model number %2.")
+                             .arg(modelNumber + 1)
+                             .arg(modelNumber)
+                       : QString("The file is damaged: unterminated object at character %1.")
+                             .arg(text.size());
+        QCOMPARE(load(broken),
+                 QString("Error: broken.json was not loaded. %1 Nothing was written.").arg(cause));
+        QVERIFY(rows.isEmpty());
+        QTest::qWait(5 * pollingIntervalMs);
+        QCOMPARE(writableRegisters().toHex(), before.toHex());
+    }
+
+    // The servo refuses a mode it does not have: the block of that register is reported,
+    // the others take, and the unticked new id is never sent.
+    void reportsWhatDidNotTake()
+    {
+        QFile saved(folder.filePath("servo.json"));
+        QVERIFY(saved.open(QIODevice::ReadOnly));
+        QJsonObject file = QJsonDocument::fromJson(saved.readAll()).object();
+        QJsonArray registers = file["registers"].toArray();
+        for (int i = 0; i < registers.size(); ++i) {
+            QJsonObject item = registers[i].toObject();
+            if (item["description"] == "Operating mode")
+                item["raw"] = 9;
+            if (item["description"] == "ID")
+                item["raw"] = 5;
+            registers[i] = item;
+        }
+        file["registers"] = registers;
+        const QString path = folder.filePath("modes.json");
+        writeFile(path, QJsonDocument(file).toJson());
+        servo->setValue(ServoRegister::TargetPosition, 4, 0);
+        servo->setValue(ServoRegister::TemperatureLimit, 1, 61);
+
+        onLoadDialog = [](LoadParametersDialog *dialog) {
+            dialog->findChild<QPushButton *>("writeButton")->click();
+        };
+        QCOMPARE(load(path), QString("Error: Servo id:3 did not take 1 register(s) of modes.json:\n"
+                                     "Operating mode: servo 2, file 9"));
+        QCOMPARE(rows, (QStringList{
+                           "ID | 3 | 5 | unticked",
+                           "Operating mode | 2 | 9 | ticked",
+                           "Upper temperature limit | 61 °C | 80 °C | ticked",
+                       }));
+        QCOMPARE(servo->value(ServoRegister::TemperatureLimit, 1), 80u);
+        QCOMPARE(servo->id(), servoId);
+    }
+};
+
+QTEST_MAIN(TestServoMenu)
+#include "tst_servomenu.moc"
