@@ -25,6 +25,9 @@
 
 namespace {
 
+// Far above any parameter file: what is larger was chosen by mistake.
+constexpr qint64 largestFile = 1 << 20;
+
 const char *const fileFilter =
     QT_TRANSLATE_NOOP("ParameterFileActions", "Parameter files (*.json);;All files (*)");
 
@@ -132,6 +135,11 @@ void ParameterFileActions::load(const QString &path)
     if (!file.open(QIODevice::ReadOnly)) {
         showError(
             tr("Could not read %1: %2").arg(QDir::toNativeSeparators(path), file.errorString()));
+        return;
+    }
+    if (file.size() > largestFile) {
+        showError(tr("%1 is too large for a parameter file; nothing was written.")
+                      .arg(QDir::toNativeSeparators(path)));
         return;
     }
     const QByteArray json = file.readAll();

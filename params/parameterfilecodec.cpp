@@ -56,8 +56,8 @@ ParameterFile ParameterFileCodec::capture(const QByteArray &table, const QDateTi
     file.modelNumber = int(rawOf(table, catalogue, QStringLiteral("Model number")));
     file.firmwareVersion = int(rawOf(table, catalogue, QStringLiteral("Firmware version")));
     file.id = int(rawOf(table, catalogue, QStringLiteral("ID")));
-    // The servo's baud-rate register holds a divider of 2,000,000 bps.
-    file.baudRate = int(2000000 / (rawOf(table, catalogue, QStringLiteral("Baud rate")) + 1));
+    file.baudRate =
+        TelemetryDecoder::baudRateOfCode(rawOf(table, catalogue, QStringLiteral("Baud rate")));
     file.date = date;
     for (const CatalogueEntry &entry : catalogue.entries()) {
         const std::optional<DecodedValue> value = decoder->decode(table, entry);

@@ -58,6 +58,12 @@ std::optional<int64_t> TelemetryDecoder::rawValue(const QByteArray &table, const
     return int64_t(value);
 }
 
+int TelemetryDecoder::baudRateOfCode(int64_t code)
+{
+    // The servo divides 2,000,000 bps by the code plus one.
+    return code >= 0 ? int(2000000 / (code + 1)) : 0;
+}
+
 QByteArray TelemetryDecoder::bytes(const RegisterSpan &span, int64_t raw)
 {
     QByteArray data;
@@ -148,6 +154,8 @@ int TelemetryDecoder::decimals(const CatalogueEntry &entry) const
 
 QString TelemetryDecoder::displayText(const DecodedValue &value, const CatalogueEntry &entry) const
 {
+    if (entry.span.description == QLatin1String("Baud rate"))
+        return QStringLiteral("%1 bps").arg(baudRateOfCode(value.raw));
     const QString number = QString::number(value.display, 'f', decimals(entry));
     return value.unit.isEmpty() ? number : number + QLatin1Char(' ') + value.unit;
 }

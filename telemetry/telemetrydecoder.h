@@ -49,6 +49,8 @@ public:
     static QByteArray tableOfReply(const QByteArray &reply);
     // Null when the table is too short to hold the register.
     static std::optional<int64_t> rawValue(const QByteArray &table, const RegisterSpan &span);
+    // The rate of a baud-rate register's code, in bits per second.
+    static int baudRateOfCode(int64_t code);
     // The register's bytes, least significant first.
     static QByteArray bytes(const RegisterSpan &span, int64_t raw);
 

@@ -196,6 +196,28 @@ private slots:
         QVERIFY(!decoder.decode(table.left(entry->span.address + entry->span.size - 1), *entry));
     }
 
+    void displayText_data()
+    {
+        addColumns<QString, qlonglong, QString>({"name", "raw", "text"});
+        QTest::newRow("decimals of the unit") << "Actual temperature" << 50LL << u8"122.0 °F";
+        QTest::newRow("decimals of one raw step")
+            << "Velocity feedforward gain" << 1234LL << "1.234";
+        QTest::newRow("baud rate by its rate") << "Baud rate" << 34LL << "57142 bps";
+        QTest::newRow("signed in degrees") << "Home position offset" << -1LL << "-0.09 degrees";
+    }
+
+    void displayText()
+    {
+        QFETCH(QString, name);
+        QFETCH(qlonglong, raw);
+        QFETCH(QString, text);
+
+        const TelemetryDecoder decoder = decoderOf("ZelvarV1", converted);
+        const CatalogueEntry *entry = decoder.catalogue().find(name);
+        QVERIFY(entry);
+        QCOMPARE(decoder.displayText(decoder.decodeRaw(*entry, raw), *entry), text);
+    }
+
     void quantitiesOfBothModels_data()
     {
         addColumns<QString, QStringList>({"model", "missing"});

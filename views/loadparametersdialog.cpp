@@ -81,6 +81,8 @@ void LoadParametersDialog::fillTable(const TelemetryDecoder &decoder)
             table->item(row, column)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
     }
     table->resizeColumnsToContents();
+    // No cell is current: a focus frame on the first row would read as an edit in progress.
+    table->setCurrentIndex(QModelIndex());
 }
 
 void LoadParametersDialog::updateWriteButton()
