@@ -50,20 +50,14 @@ private slots:
         QTest::newRow("found by control name")
             << "ZelvarV1"
             << "targetTorqueDoubleSpinBox" << 84 << 2 << false << true;
-        QTest::newRow("1-byte firmware") << "ZelvarV1"
-                                         << "Firmware version" << 2 << 1 << false << false;
         QTest::newRow("repeated label keeps its first address")
             << "ZelvarV1"
             << "Angular velocity profile" << 68 << 2 << false << true;
-        QTest::newRow("read-only status") << "ZelvarV1"
-                                          << "Hardware error status" << 107 << 1 << false << false;
         QTest::newRow("AX-12 position") << "AX-12"
                                         << "Actual position" << 36 << 2 << false << false;
         QTest::newRow("AX-12 target by description, not its shared control")
             << "AX-12"
             << "positionLineEdit" << 30 << 2 << false << true;
-        QTest::newRow("AX-12 last register") << "AX-12"
-                                             << "Punch" << 48 << 2 << false << true;
     }
 
     void catalogue()
@@ -130,19 +124,9 @@ private slots:
         QTest::newRow("current in A")
             << "ZelvarV1"
             << "Actual phase current" << QByteArray::fromHex("c800") << radians << 0.2 << "A";
-        QTest::newRow("current in mA")
-            << "ZelvarV1"
-            << "Actual phase current" << QByteArray::fromHex("c800") << converted << 200.0 << "mA";
-        QTest::newRow("voltage") << "ZelvarV1"
-                                 << "Actual voltage" << QByteArray::fromHex("78") << converted
-                                 << 12.0 << "V";
         QTest::newRow("temperature in degF")
             << "ZelvarV1"
             << "Actual temperature" << QByteArray::fromHex("32") << converted << 122.0 << u8"°F";
-        QTest::newRow("response time in us")
-            << "ZelvarV1"
-            << "Acknowledge response time" << QByteArray::fromHex("64") << radians << 200.0
-            << u8"μs";
         QTest::newRow("target velocity counter-clockwise")
             << "ZelvarV1"
             << "Target angular velocity" << QByteArray::fromHex("e803") << radians << 1.0
@@ -158,9 +142,6 @@ private slots:
             << "ZelvarV1"
             << "Default position proportional gain" << QByteArray::fromHex("dc05") << radians
             << 150.0 << "";
-        QTest::newRow("mode code as it stands")
-            << "ZelvarV1"
-            << "Operating mode" << QByteArray::fromHex("03") << radians << 3.0 << "";
         QTest::newRow("AX-12 position") << "AX-12"
                                         << "Actual position" << QByteArray::fromHex("ff03")
                                         << converted << -0.08793356130923775 << "degrees";
@@ -168,9 +149,6 @@ private slots:
             << "AX-12"
             << "Actual angular velocity" << QByteArray::fromHex("6404") << radians << -0.1
             << "rad/s";
-        QTest::newRow("AX-12 temperature")
-            << "AX-12"
-            << "Actual temperature" << QByteArray::fromHex("28") << radians << 40.0 << u8"°C";
     }
 
     void decode()
@@ -257,8 +235,6 @@ private slots:
             << "Target angular velocity" << converted << 9.5 << QByteArray::fromHex("e203") << "";
         QTest::newRow("degF to degC")
             << "Upper temperature limit" << converted << 212.0 << QByteArray::fromHex("64") << "";
-        QTest::newRow("code") << "Operating mode" << radians << 3.0 << QByteArray::fromHex("03")
-                              << "";
         QTest::newRow("torque past its range") << "Target torque" << radians << 18.5 << QByteArray()
                                                << "Target torque takes -18.00 to 18.00 Nm";
         QTest::newRow("range named in the chosen unit")
