@@ -206,8 +206,7 @@ void ParameterFileActions::reportWrite(const QString &path,
 {
     const QString name = QFileInfo(path).fileName();
     for (const ParameterDifference &difference : written) {
-        const QString &description = difference.entry->span.description;
-        if (description == QLatin1String("ID") || description == QLatin1String("Baud rate")) {
+        if (ParameterDiff::movesTheLink(*difference.entry)) {
             showSuccess(tr("The ticked registers of %1 were written. Servo id:%2 now answers "
                            "at another id or baud rate: connect to it there to check them.")
                             .arg(name)

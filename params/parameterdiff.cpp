@@ -34,10 +34,20 @@ ParameterDiff::notTaken(const std::vector<ParameterDifference> &wanted, const QB
     return differing;
 }
 
+bool ParameterDiff::movesTheLink(const CatalogueEntry &entry)
+{
+    static const QStringList link{"ID", "Baud rate"};
+    return link.contains(entry.span.description);
+}
+
+bool ParameterDiff::startsMotion(const CatalogueEntry &entry)
+{
+    static const QStringList motion{"Control enable", "Target position", "Target angular velocity",
+                                    "Target torque"};
+    return motion.contains(entry.span.description);
+}
+
 bool ParameterDiff::startsTicked(const CatalogueEntry &entry)
 {
-    static const QStringList held{
-        "ID",           "Baud rate", "Control enable", "Target position", "Target angular velocity",
-        "Target torque"};
-    return !held.contains(entry.span.description, Qt::CaseInsensitive);
+    return !movesTheLink(entry) && !startsMotion(entry);
 }

@@ -28,7 +28,10 @@ public:
     // The wanted values that the table does not hold: what a write did not change.
     static std::vector<ParameterDifference> notTaken(const std::vector<ParameterDifference> &wanted,
                                                      const QByteArray &table);
-    // ID and baud rate move the servo away from the link, and the motor switch and the
-    // targets set it moving: those are written only when the user asks for them.
+    // ID and baud rate: once written, the servo answers elsewhere.
+    static bool movesTheLink(const CatalogueEntry &entry);
+    // The motor switch and the targets: written, they may set the servo moving.
+    static bool startsMotion(const CatalogueEntry &entry);
+    // Neither of the above: those are written only when the user asks for them.
     static bool startsTicked(const CatalogueEntry &entry);
 };

@@ -9,13 +9,6 @@ namespace {
 
 const QString motorSwitch = QStringLiteral("Control enable");
 
-// The servo answers at its new id or rate as soon as one of these is written.
-bool movesTheLink(const CatalogueEntry &entry)
-{
-    return entry.span.description == QLatin1String("ID") ||
-           entry.span.description == QLatin1String("Baud rate");
-}
-
 } // namespace
 
 WritePlanner::WritePlanner(const RegisterCatalogue &catalogue)
@@ -66,10 +59,10 @@ WritePlan WritePlanner::plan(const std::vector<ParameterDifference> &ticked,
         const QByteArray bytes = TelemetryDecoder::bytes(span, difference.wantedRaw);
         if (span.address == end && span.nonVolatile == endNonVolatile) {
             blocks.back().data.append(bytes);
-            moving.back() = moving.back() || movesTheLink(*difference.entry);
+            moving.back() = moving.back() || ParameterDiff::movesTheLink(*difference.entry);
         } else {
             blocks.push_back({span.address, bytes});
-            moving.push_back(movesTheLink(*difference.entry));
+            moving.push_back(ParameterDiff::movesTheLink(*difference.entry));
         }
         end = span.address + span.size;
         endNonVolatile = span.nonVolatile;
