@@ -1,4 +1,5 @@
 #include "app/mainwindow.h"
+#include "bridgefolder.h"
 #include "settings/settingsdialog.h"
 #include "simulator/servoregisters.h"
 #include "simulator/virtualbus.h"
@@ -24,6 +25,8 @@ class TestServoMenu : public QObject
 {
     Q_OBJECT
 
+    const QString bridgeName = QString("servo-menu-%1").arg(QCoreApplication::applicationPid());
+    QProcess bridge;
     std::shared_ptr<VirtualBus> bus;
     std::shared_ptr<VirtualServo> servo;
     std::unique_ptr<MainWindow> window;
@@ -65,6 +68,27 @@ class TestServoMenu : public QObject
             else
                 load->reject();
         }
+    }
+
+    void connectTo(const QString &port)
+    {
+        if (action("actionDisconnect")->isEnabled())
+            action("actionDisconnect")->trigger();
+        QVERIFY(!action("actionLoadParameters")->isEnabled());
+        window->findChild<QToolBar *>()->findChild<QSpinBox *>("idSpinBox")->setValue(servoId);
+        SettingsDialog *settings = SettingsDialog::instance();
+        auto *ports = settings->findChild<QComboBox *>("serialPortInfoListBox");
+        QVERIFY(ports->findText(port) >= 0);
+        ports->setCurrentText(port);
+        settings->findChild<QComboBox *>("baudRateBox")->setCurrentText(QString::number(baudRate));
+        settings->findChild<QPushButton *>("okButton")->click();
+        // The port closes a moment after a disconnect.
+        QTest::qWait(300);
+        action("actionConnect")->trigger();
+        QTRY_COMPARE_WITH_TIMEOUT(window->statusBar()->currentMessage(), QString("Connected"),
+                                  patienceMs);
+        QVERIFY(action("actionSaveParameters")->isEnabled());
+        QVERIFY(action("actionLoadParameters")->isEnabled());
     }
 
     QString lastBox()
@@ -111,25 +135,21 @@ private slots:
         connect(&answerer, &QTimer::timeout, this, &TestServoMenu::answerDialogs);
         answerer.start(5);
 
+        // Started before the window, so the settings dialog lists it.
+        bridge.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        bridge.start(ZELVAR_VIRTUAL_BUS_PATH, {"--name", bridgeName});
+        QVERIFY(bridge.waitForStarted(patienceMs));
+        QVERIFY(bridge.waitForReadyRead(patienceMs));
+
         window = std::make_unique<MainWindow>();
         window->show();
         window->findChild<QToolBar *>()
             ->findChild<QSpinBox *>("pollingIntervalSpinBox")
             ->setValue(pollingIntervalMs);
-        window->findChild<QToolBar *>()->findChild<QSpinBox *>("idSpinBox")->setValue(servoId);
-        SettingsDialog *settings = SettingsDialog::instance();
-        settings->findChild<QComboBox *>("serialPortInfoListBox")
-            ->setCurrentText(VirtualBusPortProvider::PortName);
-        settings->findChild<QComboBox *>("baudRateBox")->setCurrentText(QString::number(baudRate));
-        settings->findChild<QRadioButton *>("degreesRadioButton")->setChecked(true);
-        settings->findChild<QPushButton *>("okButton")->click();
-
-        QVERIFY(!action("actionSaveParameters")->isEnabled());
-        action("actionConnect")->trigger();
-        QTRY_COMPARE_WITH_TIMEOUT(window->statusBar()->currentMessage(), QString("Connected"),
-                                  patienceMs);
-        QVERIFY(action("actionSaveParameters")->isEnabled());
-        QVERIFY(action("actionLoadParameters")->isEnabled());
+        SettingsDialog::instance()
+            ->findChild<QRadioButton *>("degreesRadioButton")
+            ->setChecked(true);
+        connectTo(VirtualBusPortProvider::PortName);
     }
 
     void cleanupTestCase()
@@ -137,6 +157,11 @@ private slots:
         action("actionDisconnect")->trigger();
         QVERIFY(!action("actionLoadParameters")->isEnabled());
         window.reset();
+        bridge.kill();
+        bridge.waitForFinished(patienceMs);
+        // Killed, the bridge leaves its registration for us to remove.
+        QFile::remove(BridgeFolder::path() + '/' + bridgeName);
+        QFile::remove(BridgeFolder::path() + '/' + bridgeName + ".pid");
     }
 
     void cleanup()
@@ -261,6 +286,50 @@ private slots:
                        }));
         QCOMPARE(servo->value(ServoRegister::TemperatureLimit, 1), 80u);
         QCOMPARE(servo->id(), servoId);
+    }
+
+    // Through our library and a pseudo-terminal: a file changed by hand is loaded, and the
+    // servo's settings saved afterwards are the file's.
+    void roundTripThroughTheBridge()
+    {
+        connectTo(bridgeName);
+        const QString before = folder.filePath("bridge-before.json");
+        QVERIFY(save("bridge-before.json").startsWith("Success: "));
+        QFile saved(before);
+        QVERIFY(saved.open(QIODevice::ReadOnly));
+        QJsonObject file = QJsonDocument::fromJson(saved.readAll()).object();
+        const QJsonArray original = file["registers"].toArray();
+        QJsonArray registers = original;
+        for (int i = 0; i < registers.size(); ++i) {
+            QJsonObject item = registers[i].toObject();
+            if (item["description"] == "CW angle limit" || item["description"] == "Target position")
+                item["raw"] = item["raw"].toInt() + 100;
+            if (item["description"] == "Velocity integral gain")
+                item["raw"] = 777;
+            item.remove("value");
+            registers[i] = item;
+        }
+        file["registers"] = registers;
+        const QString changed = folder.filePath("bridge-changed.json");
+        writeFile(changed, QJsonDocument(file).toJson());
+
+        onLoadDialog = [](LoadParametersDialog *dialog) {
+            dialog->findChild<QPushButton *>("writeButton")->click();
+        };
+        QCOMPARE(load(changed), QString("Success: Servo id:3 took all 2 ticked registers of "
+                                        "bridge-changed.json."));
+        QCOMPARE(rows.size(), 3);
+        QVERIFY(save("bridge-after.json").startsWith("Success: "));
+        QFile after(folder.filePath("bridge-after.json"));
+        QVERIFY(after.open(QIODevice::ReadOnly));
+        QJsonArray read = QJsonDocument::fromJson(after.readAll()).object()["registers"].toArray();
+        QCOMPARE(read.size(), registers.size());
+        for (int i = 0; i < read.size(); ++i) {
+            const QString name = read[i].toObject()["description"].toString();
+            // The unticked target keeps the servo's own value.
+            const QJsonArray &wanted = name == "Target position" ? original : registers;
+            QVERIFY2(read[i].toObject()["raw"] == wanted[i].toObject()["raw"], qPrintable(name));
+        }
     }
 };
 
