@@ -1,10 +1,12 @@
 // Renders the load dialog of parameter files into PNG files, for a look at its table and
 // the motor warning: a file whose registers differ from a running servo in degrees, rpm
-// and degF, as loaded (ID and targets unticked) and with the switch-off box ticked.
+// and degF, as loaded (ID and targets unticked) and with the switch-off box ticked. On a
+// real display it also shoots the screen with the main window's "Servo" menu open.
 // Prints each file and how long it took.
 //
 //   bench_loadparametersdialogscreenshot [output folder]
 
+#include "app/mainwindow.h"
 #include "device/physicalquantities.h"
 #include "device/zelvarv1.h"
 #include "params/parameterdiff.h"
@@ -19,11 +21,19 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScreen>
+#include <QTemporaryDir>
+#include <QTimer>
 
 #include <cstdio>
 
 int main(int argc, char *argv[])
 {
+    // The main window reads and writes settings: none of the user's.
+    QTemporaryDir config;
+    qputenv("XDG_CONFIG_HOME", config.path().toLocal8Bit());
     QApplication app(argc, argv);
     const QDir folder(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QDir::currentPath());
     folder.mkpath(QStringLiteral("."));
@@ -75,5 +85,22 @@ int main(int argc, char *argv[])
         dialog.grab().save(path);
         std::printf("%s  %lld ms\n", qPrintable(path), timer.elapsed());
     }
-    return 0;
+    dialog.hide();
+
+    if (QGuiApplication::platformName() != QLatin1String("xcb"))
+        return 0;
+    MainWindow window;
+    window.resize(900, 400);
+    window.show();
+    auto *menu = window.findChild<QMenu *>(QStringLiteral("menuServo"));
+    QTimer::singleShot(300, [&] {
+        window.menuBar()->setActiveAction(menu->menuAction());
+        QTimer::singleShot(300, [&] {
+            const QString path = folder.filePath(QStringLiteral("servo-menu.png"));
+            QGuiApplication::primaryScreen()->grabWindow(0, 0, 0, 900, 400).save(path);
+            std::printf("%s\n", qPrintable(path));
+            app.quit();
+        });
+    });
+    return app.exec();
 }
