@@ -76,8 +76,12 @@ void ParameterFileActions::setLink(std::shared_ptr<UiScheduler> scheduler,
 
 void ParameterFileActions::clearLink()
 {
-    // Deleted with whatever it waits for: a reply after a disconnect goes nowhere.
-    delete transfer;
+    // A reply after a disconnect goes nowhere. Deleted later: this may run inside one of
+    // its callbacks.
+    if (transfer) {
+        transfer->cancel();
+        transfer->deleteLater();
+    }
     transfer = nullptr;
     codec.reset();
     decoder.reset();

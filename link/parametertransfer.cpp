@@ -35,6 +35,15 @@ void ParameterTransfer::write(const std::vector<WriteBlock> &blocks, TableCallba
     wait(int(blocks.size()) + 3, 1, std::move(done));
 }
 
+void ParameterTransfer::cancel()
+{
+    cancelled = true;
+    killTimer(timeoutId);
+    timeoutId = 0;
+    waiting = nullptr;
+    disconnect(scheduler.get(), nullptr, this, nullptr);
+}
+
 void ParameterTransfer::wait(int ticks, int tablesAfterQueue, TableCallback done)
 {
     waiting = std::move(done);
@@ -66,6 +75,11 @@ void ParameterTransfer::finish(const QByteArray &table)
     const TableCallback done = std::move(waiting);
     waiting = nullptr;
     // Out of the scheduler's signal: the callback may open a dialog while polling goes on.
-    if (done)
-        QTimer::singleShot(0, this, [done, table] { done(table); });
+    // A transfer cancelled meanwhile calls nothing.
+    if (done) {
+        QTimer::singleShot(0, this, [this, done, table] {
+            if (!cancelled)
+                done(table);
+        });
+    }
 }

@@ -27,6 +27,8 @@ public:
     bool busy() const { return bool(waiting); }
     void readTable(TableCallback done);
     void write(const std::vector<WriteBlock> &blocks, TableCallback done);
+    // Forgets what it waits for: no callback comes after this.
+    void cancel();
 
 private slots:
     void on_tableRead(const QByteArray &reply);
@@ -45,4 +47,5 @@ private:
     // when the writes were queued tells nothing about them.
     int tablesToSkip = 0;
     int timeoutId = 0;
+    bool cancelled = false;
 };
