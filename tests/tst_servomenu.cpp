@@ -1,6 +1,7 @@
 #include "app/mainwindow.h"
 #include "bridgefolder.h"
 #include "settings/settingsdialog.h"
+#include "simulator/busfault.h"
 #include "simulator/servoregisters.h"
 #include "simulator/virtualbus.h"
 #include "simulator/virtualbusportprovider.h"
@@ -9,6 +10,8 @@
 
 #include <QtTest>
 #include <QtWidgets>
+
+Q_DECLARE_METATYPE(BusFault)
 
 namespace {
 
@@ -101,6 +104,8 @@ class TestServoMenu : public QObject
     QString save(const QString &name)
     {
         chosenFile = folder.filePath(name);
+        // The file dialog would ask before overwriting.
+        QFile::remove(chosenFile);
         action("actionSaveParameters")->trigger();
         return lastBox();
     }
@@ -286,6 +291,28 @@ private slots:
                        }));
         QCOMPARE(servo->value(ServoRegister::TemperatureLimit, 1), 80u);
         QCOMPARE(servo->id(), servoId);
+    }
+
+    // A servo that stops answering, or answers garbled, ends the wait with a message.
+    void unansweredTable_data()
+    {
+        QTest::addColumn<BusFault>("fault");
+        QTest::newRow("no reply") << BusFault::Drop;
+        QTest::newRow("garbled replies") << BusFault::Corrupt;
+    }
+
+    void unansweredTable()
+    {
+        QFETCH(BusFault, fault);
+
+        bus->setFaultProbability(servoId, fault, 1.0);
+        QCOMPARE(save("unanswered.json"),
+                 QString("Error: Servo id:3 did not answer; nothing was saved."));
+        QVERIFY(!QFile::exists(folder.filePath("unanswered.json")));
+        QCOMPARE(load(folder.filePath("servo.json")),
+                 QString("Error: Servo id:3 did not answer; nothing was written."));
+        bus->clearFaults();
+        QVERIFY(save("answered.json").startsWith("Success: "));
     }
 
     // Through our library and a pseudo-terminal: a file changed by hand is loaded, and the
