@@ -16,15 +16,6 @@ RegisterCatalogue::RegisterCatalogue(const IDevice &device)
     }
 }
 
-const CatalogueEntry *RegisterCatalogue::at(uint8_t address) const
-{
-    for (const CatalogueEntry &entry : all) {
-        if (entry.span.address == address)
-            return &entry;
-    }
-    return nullptr;
-}
-
 const CatalogueEntry *RegisterCatalogue::find(const QString &name) const
 {
     const QString wanted = name.trimmed();

@@ -20,8 +20,6 @@ public:
     // In address order.
     const std::vector<CatalogueEntry> &entries() const { return all; }
 
-    // Null when no register starts at the address.
-    const CatalogueEntry *at(uint8_t address) const;
     // By description or control name, case-insensitive; null when nothing matches.
     const CatalogueEntry *find(const QString &name) const;
     // Null when the model has no such register.
