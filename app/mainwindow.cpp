@@ -1,6 +1,7 @@
 #include "app/mainwindow.h"
 #include "ui_mainwindow.h"
 
+#include "app/parameterfileactions.h"
 #include "device/devicehelper.h"
 #include "device/uiregisterhelper.h"
 #include "link/serialhelper.h"
@@ -87,6 +88,7 @@ MainWindow::MainWindow(QWidget *parent)
     ui->setupUi(this);
     ui->tabWidget->setAutoFillBackground(true);
     setupLinkFeedback();
+    parameterFiles = std::make_shared<ParameterFileActions>(this, ui->menuHelp->menuAction());
 
     // The helper outlives this window; a window that is gone is told nothing.
     QPointer<MainWindow> self(this);
@@ -180,6 +182,8 @@ void MainWindow::onDeviceLoaded()
         return;
     ui->statusBar->showMessage(tr("Connected"));
     scheduler->timerId = scheduler->startTimer(pollingIntervalSpinBox->value(), Qt::CoarseTimer);
+    parameterFiles->setLink(scheduler, DeviceHelper::instance()->device(),
+                            uint8_t(idSpinBox->value()), pollingIntervalSpinBox->value());
 }
 
 void MainWindow::on_actionDisconnect_triggered()
@@ -188,6 +192,7 @@ void MainWindow::on_actionDisconnect_triggered()
         scheduler->killTimer(scheduler->timerId);
         scheduler->timerId = 0;
     }
+    parameterFiles->clearLink();
     ui->registerView->disconnectDevice();
     monitor->stop();
     setLinkActions(false);

@@ -12,6 +12,7 @@ class QCloseEvent;
 class QLabel;
 class QSpinBox;
 class QTimerEvent;
+class ParameterFileActions;
 class SearchDialog;
 class SerialHelper;
 class Settings;
@@ -80,6 +81,7 @@ private:
     std::shared_ptr<UiRegisterHelper> registerHelper;
     std::shared_ptr<SerialHelper> serialHelper;
     std::shared_ptr<UiScheduler> scheduler;
+    std::shared_ptr<ParameterFileActions> parameterFiles;
     int closeTimerId = 0;
     std::shared_ptr<LinkMonitor> monitor;
     LinkIndicator *linkIndicator = nullptr;

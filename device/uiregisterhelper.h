@@ -1,5 +1,6 @@
 #pragma once
 
+#include "device/pollmaptable.h"
 #include "device/registeritemhelper.h"
 
 #include <QPointer>
@@ -34,11 +35,7 @@ public:
     const RegisterItemHelper &item(uint8_t address) const;
 
 private:
-    // How the bytes of a register are read; the handler's parameter type narrows to it.
-    // Directed: a magnitude in bits 0 to 14 and a direction in bit 15, for two widgets.
-    enum class ValueType { UInt8, Int16, UInt16, Int32, UInt32, HardwareStatus, Directed };
-
-    void addItem(uint8_t address, uint8_t size, ValueType type, const QStringList &widgets);
+    void addItem(uint8_t address, uint8_t size, PollValueType type, const QStringList &widgets);
 
     template<typename Value>
     void showValue(const QStringList &widgets, Value value);

@@ -136,6 +136,7 @@ void UiScheduler::groupCallback(const QByteArray &reply)
     StatusHelper::instance()->updateStatusPacket(int8_t(error));
     if (const auto groupHelper = UiGroupHelper::instance())
         groupHelper->enableEditWhereValued();
+    emit tableRead(reply);
 }
 
 QByteArray UiScheduler::lastRegisters(uint8_t address, int length) const

@@ -39,6 +39,8 @@ signals:
     // A write just sent gives the servo another id or (when baudRate is not 0) another
     // baud rate, which it takes once it has answered.
     void servoMoving(int id, int baudRate);
+    // Each read reply of the whole table, after the bound displays have taken it.
+    void tableRead(const QByteArray &reply);
 
 public slots:
     void addQueueRequest(uint8_t address, const QByteArray &data);
