@@ -51,7 +51,7 @@ std::vector<RegisterSpan> DynamixelAx12::registers() const
 {
     // The AX-12's published control table, named like our own registers so that the same
     // quantity is found by the same name on both models. Speed and load carry their
-    // direction in bit 10.
+    // direction in bit 10; the non-volatile area ends before address 24.
     struct Row
     {
         uint8_t address;
@@ -100,8 +100,9 @@ std::vector<RegisterSpan> DynamixelAx12::registers() const
     // clang-format on
     std::vector<RegisterSpan> spans;
     for (const Row &row : rows)
-        spans.push_back(RegisterSpan{
-            row.address, row.size, false, row.writable, QString::fromLatin1(row.description),
-            QString::fromLatin1(row.field), row.fieldId, row.directionBit});
+        spans.push_back(RegisterSpan{row.address, row.size, false, row.writable, row.address < 24,
+                                     QString::fromLatin1(row.description),
+                                     QString::fromLatin1(row.field), row.fieldId,
+                                     row.directionBit});
     return spans;
 }

@@ -11,6 +11,8 @@ struct RegisterSpan
     uint8_t size = 1;
     bool isSigned = false;
     bool writable = false;
+    // Kept through a power cycle; the servo takes writes there only with the motor off.
+    bool nonVolatile = false;
     // The register's description without its "(lower)" or "(byte 0)" suffix.
     QString description;
     // Object name of the control that shows the value and names its limits; empty for none.

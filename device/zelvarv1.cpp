@@ -222,6 +222,7 @@ std::vector<RegisterSpan> ZelvarV1::registers() const
         span.size = row.size;
         span.isSigned = row.type == PollValueType::Int16 || row.type == PollValueType::Int32;
         span.writable = described->second.writable != 0;
+        span.nonVolatile = described->second.bank <= NonVolatile2;
         span.description = QString(described->second.description).remove(byteSuffix);
         for (const QString &widget : row.widgets) {
             if (span.field.isEmpty() && (definesField(widget) || row.widgets.size() == 1))

@@ -110,6 +110,35 @@ QString TelemetryDecoder::unitText(const CatalogueEntry &entry) const
     return entry.isPhysical() ? units.unitName(entry.span.fieldId) : QString();
 }
 
+QString TelemetryDecoder::baseUnitText(const CatalogueEntry &entry) const
+{
+    return entry.isPhysical() ? baseUnits.unitName(entry.span.fieldId) : QString();
+}
+
+QString TelemetryDecoder::checkRaw(const CatalogueEntry &entry, int64_t raw) const
+{
+    const RegisterSpan &span = entry.span;
+    const int bits = 8 * span.size;
+    const int64_t lowest = span.isSigned ? -(int64_t(1) << (bits - 1)) : 0;
+    const int64_t highest =
+        span.isSigned ? (int64_t(1) << (bits - 1)) - 1 : (int64_t(1) << bits) - 1;
+    int64_t magnitude = raw;
+    if (span.directionBit >= 0 && raw >= 0)
+        magnitude = raw & magnitudeMask(span.directionBit);
+    int64_t low = lowest;
+    int64_t high = highest;
+    if (entry.hasLimits) {
+        low = std::min(entry.limits.rawMin, entry.limits.rawMax);
+        high = std::max(entry.limits.rawMin, entry.limits.rawMax);
+    }
+    if (raw < lowest || raw > highest || magnitude < low || magnitude > high)
+        return QStringLiteral("%1 takes raw values %2 to %3")
+            .arg(span.description)
+            .arg(low)
+            .arg(high);
+    return QString();
+}
+
 int TelemetryDecoder::decimals(const CatalogueEntry &entry) const
 {
     if (entry.isPhysical())

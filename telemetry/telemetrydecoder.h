@@ -58,8 +58,13 @@ public:
     std::optional<double> value(const QByteArray &table, Quantity quantity) const;
 
     QString unitText(const CatalogueEntry &entry) const;
+    // The base unit's name (radians, rad/s, Nm, V, mA, °C, μs); empty for a plain number.
+    QString baseUnitText(const CatalogueEntry &entry) const;
     int decimals(const CatalogueEntry &entry) const;
     QString displayText(const DecodedValue &value, const CatalogueEntry &entry) const;
+
+    // Empty when the register can hold the raw value, else why not.
+    QString checkRaw(const CatalogueEntry &entry, int64_t raw) const;
 
     // Refuse what the register cannot hold, with the range in the units given.
     EncodedValue fromBase(const CatalogueEntry &entry, double base) const;
