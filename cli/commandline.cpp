@@ -16,7 +16,7 @@ struct CommandShape
     std::vector<const char *> options;
 };
 
-const std::array<CommandShape, 10> commands{{
+const std::array<CommandShape, 12> commands{{
     {"ports", "ports", 0, 0, {}},
     {"scan", "scan [--baud all|RATE,...] [--ids A-B]", 0, 0, {"ids="}},
     {"ping", "ping ID", 1, 1, {}},
@@ -27,6 +27,8 @@ const std::array<CommandShape, 10> commands{{
     {"set", "set ID NAME VALUE[UNIT]... [--dry-run]", 3, -1, {"dry-run"}},
     {"dump", "dump ID", 1, 1, {}},
     {"monitor", "monitor ID [--rate HZ] [--csv] [--count N]", 1, 1, {"rate=", "csv", "count="}},
+    {"save", "save ID FILE", 2, 2, {}},
+    {"load", "load ID FILE [--dry-run] [--include-id-baud]", 2, 2, {"dry-run", "include-id-baud"}},
 }};
 
 const CommandShape *shapeOf(const QString &name)

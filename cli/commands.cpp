@@ -78,8 +78,9 @@ namespace Commands {
 int run(const Invocation &invocation, const Console &console)
 {
     static const std::map<QString, int (*)(const Invocation &, const Console &)> table{
-        {"ports", ports}, {"scan", scan}, {"ping", ping}, {"reboot", reboot}, {"reset", reset},
-        {"read", read},   {"get", get},   {"set", set},   {"dump", dump},     {"monitor", monitor},
+        {"ports", ports}, {"scan", scan},       {"ping", ping}, {"reboot", reboot},
+        {"reset", reset}, {"read", read},       {"get", get},   {"set", set},
+        {"dump", dump},   {"monitor", monitor}, {"save", save}, {"load", load},
     };
     const auto command = table.find(invocation.command);
     if (command == table.end()) {

@@ -18,5 +18,7 @@ int get(const Invocation &invocation, const Console &console);
 int set(const Invocation &invocation, const Console &console);
 int dump(const Invocation &invocation, const Console &console);
 int monitor(const Invocation &invocation, const Console &console);
+int save(const Invocation &invocation, const Console &console);
+int load(const Invocation &invocation, const Console &console);
 
 } // namespace Commands

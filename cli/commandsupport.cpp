@@ -70,6 +70,19 @@ std::optional<int> openServo(const Invocation &invocation, BusClient &client,
     return std::nullopt;
 }
 
+std::optional<int> readTable(const ServoSession &session, QByteArray &table, const Console &console)
+{
+    const BusAnswer answer = session.readTable();
+    QString problem = answer.answered ? ServoSession::errorText(answer.error) : answer.problem;
+    if (!problem.isEmpty()) {
+        console.problem(
+            QStringLiteral("%1: %2").arg(servoName(session.bus(), session.id()), problem));
+        return Failed;
+    }
+    table = answer.data;
+    return std::nullopt;
+}
+
 QString servoName(const BusClient &client, int id)
 {
     return QStringLiteral("servo %1 at %2 baud on %3")

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <optional>
 
@@ -21,6 +22,10 @@ std::optional<int> open(const Invocation &invocation, BusClient &client, const C
 // Opens the bus and identifies the servo whose id is the command's first argument.
 std::optional<int> openServo(const Invocation &invocation, BusClient &client,
                              std::optional<ServoSession> &session, const Console &console);
+
+// The servo's whole control table into `table`.
+std::optional<int> readTable(const ServoSession &session, QByteArray &table,
+                             const Console &console);
 
 // "servo 3 at 57600 baud on Virtual bus".
 QString servoName(const BusClient &client, int id);

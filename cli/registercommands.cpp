@@ -45,24 +45,6 @@ QJsonObject valueObject(const CatalogueEntry &entry, const DecodedValue &value)
     return object;
 }
 
-// The whole table, or the exit status when the servo did not give it.
-std::optional<int> readTable(const ServoSession &session, QByteArray &table, const Console &console)
-{
-    const BusAnswer answer = session.readTable();
-    if (!answer.answered) {
-        console.problem(
-            QStringLiteral("%1: %2").arg(servoName(session.bus(), session.id()), answer.problem));
-        return Failed;
-    }
-    if (const QString error = ServoSession::errorText(answer.error); !error.isEmpty()) {
-        console.problem(
-            QStringLiteral("%1: %2").arg(servoName(session.bus(), session.id()), error));
-        return Failed;
-    }
-    table = answer.data;
-    return std::nullopt;
-}
-
 const CatalogueEntry *findRegister(const ServoSession &session, const QString &name,
                                    const Console &console)
 {

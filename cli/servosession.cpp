@@ -43,7 +43,7 @@ QString ServoSession::identify()
     model = identification.device();
     // Values are shown in the first unit the settings offer for each quantity.
     registers = std::make_shared<RegisterCatalogue>(*model);
-    units = std::make_unique<TelemetryDecoder>(registers, std::make_shared<PhysicalQuantities>());
+    units = std::make_shared<TelemetryDecoder>(registers, std::make_shared<PhysicalQuantities>());
     return {};
 }
 

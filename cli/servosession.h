@@ -26,6 +26,7 @@ public:
     const RegisterCatalogue &catalogue() const { return *registers; }
     const std::shared_ptr<const RegisterCatalogue> &sharedCatalogue() const { return registers; }
     const TelemetryDecoder &decoder() const { return *units; }
+    const std::shared_ptr<const TelemetryDecoder> &sharedDecoder() const { return units; }
 
     // The whole control table, or the problem in `answer`.
     BusAnswer readTable() const;
@@ -37,5 +38,5 @@ private:
     quint8 servoId;
     std::shared_ptr<IDevice> model;
     std::shared_ptr<const RegisterCatalogue> registers;
-    std::unique_ptr<TelemetryDecoder> units;
+    std::shared_ptr<const TelemetryDecoder> units;
 };

@@ -244,6 +244,52 @@ private slots:
         QCOMPARE(result.value("singlePings").toInt(), 6 + 254);
     }
 
+    // Save, change, load: the servo holds the saved values again. A dry run, a file of
+    // another model and a damaged file write nothing.
+    void parameterFileRoundTrip_data()
+    {
+        addColumns<QStringList, QString, int, bool>({"load", "file", "exitCode", "restored"});
+        QTest::newRow("dry run") << QStringList{"--dry-run"} << "" << 0 << false;
+        QTest::newRow("another model")
+            << QStringList{} << "{\"formatVersion\": 1, \"modelNumber\": 999}" << 2 << false;
+        QTest::newRow("damaged file")
+            << QStringList{} << "{\"formatVersion\": 1, \"regis" << 2 << false;
+        QTest::newRow("load") << QStringList{} << "" << 0 << true;
+    }
+
+    void parameterFileRoundTrip()
+    {
+        QFETCH(QStringList, load);
+        QFETCH(QString, file);
+        QFETCH(int, exitCode);
+        QFETCH(bool, restored);
+
+        const QStringList bus{"--port", bridgeName};
+        QTemporaryDir folder;
+        const QString saved = folder.filePath("servo1.json");
+        QCOMPARE(runTool(bus + QStringList{"save", "1", saved}).exitCode, 0);
+        const QMap<int, QString> original = writableRegisters();
+        QCOMPARE(runTool(bus + QStringList{"set", "1", "Acknowledge response time", "100us",
+                                           "Angular velocity limit", "1.5"})
+                     .exitCode,
+                 0);
+        const QMap<int, QString> changed = writableRegisters();
+        QVERIFY(changed != original);
+
+        QString loaded = saved;
+        if (!file.isEmpty()) {
+            loaded = folder.filePath("other.json");
+            QFile other(loaded);
+            QVERIFY(other.open(QIODevice::WriteOnly));
+            other.write(file.toUtf8());
+        }
+        const Run run = runTool(bus + QStringList{"load", "1", loaded} + load);
+        QCOMPARE(run.exitCode, exitCode);
+        QCOMPARE(writableRegisters(), restored ? original : changed);
+        if (!restored)
+            QCOMPARE(runTool(bus + QStringList{"load", "1", saved}).exitCode, 0);
+    }
+
 private:
     // Address to bytes, as dump shows them.
     QMap<int, QString> writableRegisters() const
