@@ -60,11 +60,14 @@ Invocation CommandLine::parse(const QStringList &arguments)
     invocation.baud = QStringLiteral("1000000");
     const CommandShape *shape = nullptr;
     bool baudGiven = false;
+    bool optionsEnded = false;
     for (int i = 0; i < arguments.size() && invocation.usageError.isEmpty(); ++i) {
         const QString &argument = arguments.at(i);
-        if (!argument.startsWith(QLatin1String("--")) || argument == QLatin1String("--")) {
-            if (argument == QLatin1String("--"))
-                continue;
+        if (!optionsEnded && argument == QLatin1String("--")) {
+            optionsEnded = true;
+            continue;
+        }
+        if (optionsEnded || !argument.startsWith(QLatin1String("--"))) {
             if (invocation.command.isEmpty()) {
                 invocation.command = argument;
                 shape = shapeOf(argument);
