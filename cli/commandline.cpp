@@ -40,14 +40,14 @@ const CommandShape *shapeOf(const QString &name)
 }
 
 // "name=" when the option takes a value, "name" for a flag, empty when it is unknown.
-QString optionSpec(const CommandShape *shape, const QString &name)
+QString optionForm(const CommandShape *shape, const QString &name)
 {
     if (!shape)
         return {};
     for (const char *option : shape->options) {
-        const QString spec = QLatin1String(option);
-        if (spec == name || spec == name + '=')
-            return spec;
+        const QString form = QLatin1String(option);
+        if (form == name || form == name + '=')
+            return form;
     }
     return {};
 }
@@ -87,9 +87,9 @@ Invocation CommandLine::parse(const QStringList &arguments)
             name.truncate(equals);
         }
         const bool global = name == QLatin1String("port") || name == QLatin1String("baud");
-        const QString spec = optionSpec(shape, name);
-        const bool takesValue = global || spec.endsWith('=');
-        if (!global && spec.isEmpty()) {
+        const QString form = optionForm(shape, name);
+        const bool takesValue = global || form.endsWith('=');
+        if (!global && form.isEmpty()) {
             if (name == QLatin1String("json") || name == QLatin1String("help") ||
                 name == QLatin1String("version")) {
                 if (inlineValue)
