@@ -2,6 +2,7 @@
 
 #include "busrequest.h"
 #include "packetframer.h"
+#include "pingreply.h"
 #include "transactionobserver.h"
 
 #include <QElapsedTimer>
@@ -10,6 +11,7 @@
 #include <deque>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class SerialPortBackend;
 struct Packet;
@@ -34,6 +36,11 @@ public:
     // Like submit(), but returns only once the reply has been handed over or the request
     // has been given up.
     bool submitAndWait(BusRequest request);
+
+    // Pings `id` and returns once its answer is in, or with the broadcast id once servos
+    // up to `highestId` have had their time to answer; defined in busping.cpp. False when
+    // no port is open, a request is under way or the ping could not be sent.
+    bool ping(quint8 id, quint8 highestId, std::vector<PingReply> &replies);
 
     QByteArray takeHandedOver();
     void discardHandedOver();

@@ -75,9 +75,28 @@ bool ZelvarSerialPortInterface::reboot(unsigned char id, std::function<void()> o
 bool ZelvarSerialPortInterface::reset(unsigned char id, std::function<void()> onData)
 {
     // Everything but id and baud rate, so the servo stays where the user found it.
+    return reset(id, ResetKeeps::IdAndBaudRate, std::move(onData));
+}
+
+bool ZelvarSerialPortInterface::reset(unsigned char id, ResetKeeps keeps,
+                                      std::function<void()> onData)
+{
+    const quint8 mode = keeps == ResetKeeps::Nothing ? FactoryResetMode::All
+                        : keeps == ResetKeeps::Id    ? FactoryResetMode::KeepId
+                                                     : FactoryResetMode::KeepIdAndBaudRate;
     return session->submitAndWait(makeRequest(
-        BusRequest::Kind::Reset, id,
-        PacketCodec::factoryReset(id, FactoryResetMode::KeepIdAndBaudRate), std::move(onData)));
+        BusRequest::Kind::Reset, id, PacketCodec::factoryReset(id, mode), std::move(onData)));
+}
+
+bool ZelvarSerialPortInterface::ping(unsigned char id, std::vector<PingReply> &replies)
+{
+    return session->ping(id, id, replies);
+}
+
+bool ZelvarSerialPortInterface::broadcastPing(unsigned char highestId,
+                                              std::vector<PingReply> &replies)
+{
+    return session->ping(BroadcastId, highestId, replies);
 }
 
 QByteArray ZelvarSerialPortInterface::readPendingSerialData()

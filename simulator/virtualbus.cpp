@@ -1,5 +1,6 @@
 #include "simulator/virtualbus.h"
 
+#include "broadcastpingtiming.h"
 #include "packet.h"
 #include "packetcodec.h"
 #include "simulator/baudratecode.h"
@@ -109,8 +110,13 @@ std::vector<BusReply> VirtualBus::transfer(const Packet &request, int requestSiz
         }
         if (senders.empty())
             continue;
+        // A broadcast ping is answered id by id, each servo in its own slot.
+        const qint64 start =
+            broadcast ? std::max(lineFree,
+                                 requestEnd + BroadcastPingTiming::answerStartNs(id, hostBaudRate))
+                      : lineFree;
         const qint64 due =
-            lineFree + qint64(delay) * 1000 + wireNanoseconds(merged.size(), hostBaudRate);
+            start + qint64(delay) * 1000 + wireNanoseconds(merged.size(), hostBaudRate);
         lineFree = due;
         const auto damaged = damage(senders, merged, due, hostBaudRate);
         replies.insert(replies.end(), damaged.begin(), damaged.end());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pingreply.h"
 #include "serialportitem.h"
 #include "zelvarserialport_global.h"
 
@@ -35,6 +36,17 @@ public:
                    std::function<void()> onData);
     bool reboot(unsigned char id, std::function<void()> onData);
     bool reset(unsigned char id, std::function<void()> onData);
+
+    // What a factory reset leaves as it was.
+    enum class ResetKeeps { Nothing, Id, IdAndBaudRate };
+    bool reset(unsigned char id, ResetKeeps keeps, std::function<void()> onData);
+
+    // Ping one servo and return once it has answered or its time is up. False when no
+    // port is open, a request is under way or the ping could not be sent.
+    bool ping(unsigned char id, std::vector<PingReply> &replies);
+    // Ping every servo at once. Servos answer in order of id, each in a slot of its own;
+    // this returns once servos up to `highestId` have had their time to answer.
+    bool broadcastPing(unsigned char highestId, std::vector<PingReply> &replies);
 
     QByteArray readPendingSerialData();
     void cleanUp();

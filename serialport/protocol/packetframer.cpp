@@ -73,8 +73,8 @@ PacketFramer::Check PacketFramer::checkPacketAt(int index) const
         return Check::Incomplete;
     const quint8 id = quint8(buffer[index + 4]);
     const int length = le16At(buffer, index + 5);
-    // 0xFF and 0xFD can never be ids: they would make the header ambiguous.
-    if (id == 0xFF || id == 0xFD || length < 3 || length > MaxLengthField)
+    // No servo has the id 0xFF; ours take ids up to 253 (0xFD), which must be heard.
+    if (id == 0xFF || length < 3 || length > MaxLengthField)
         return Check::Invalid;
     const int total = PacketCodec::PrefixSize + length;
     if (buffer.size() - index < total)
