@@ -13,4 +13,5 @@ public:
     std::unique_ptr<RegisterDescription> registerDescription(uint16_t address) const override;
     unsigned registerCount(unsigned bank) const override;
     bool hasRegisterMap() const override;
+    std::vector<RegisterSpan> registers() const override;
 };

@@ -2,9 +2,11 @@
 
 #include "device/fieldlimits.h"
 #include "device/registerdescription.h"
+#include "device/registerspan.h"
 
 #include <QString>
 #include <memory>
+#include <vector>
 
 // A servo model: its control table size, the limits of every bound field and the
 // descriptions of its registers.
@@ -21,5 +23,8 @@ public:
     // Whether limits(objectName) would answer. Widgets ask first, so that a model with a
     // smaller table (the AX-12) leaves the fields it lacks on their placeholder.
     virtual bool definesField(const QString &objectName) const = 0;
+    // Every value of the control table in address order, for the programs that read the
+    // table without the edit view.
+    virtual std::vector<RegisterSpan> registers() const = 0;
     virtual ~IDevice() = default;
 };

@@ -20,94 +20,7 @@ std::shared_ptr<UiRegisterHelper> UiRegisterHelper::instance()
 
 UiRegisterHelper::UiRegisterHelper()
 {
-    using T = ValueType;
-    struct Row
-    {
-        uint8_t address;
-        uint8_t size;
-        ValueType type;
-        QStringList widgets;
-    };
-    // Built in this order; where an address comes twice (107) the map keeps the first.
-    // Items past the end of the control table (118, 119) and items without a widget are
-    // kept: the scheduler's walk steps by item size and needs an item at every stop.
-    // clang-format off
-    const Row rows[] = {
-        {0, 2, T::UInt16, {"modelNumberLineEdit"}},
-        // Requested as one byte, handled as a 16-bit value.
-        {2, 1, T::UInt16, {"firmwareVersionLineEdit"}},
-        {3, 1, T::UInt8, {"idSpinBox"}},
-        {4, 1, T::UInt8, {"baudRateComboBox"}},
-        {5, 1, T::UInt8, {"ackResponseTimeSpinBox"}},
-        {6, 1, T::UInt8, {"operatingModeComboBox"}},
-        {7, 2, T::Int16, {"clockwiseLimitDoubleSpinBox"}},
-        {9, 2, T::Int16, {"counterClockwiseLimitDoubleSpinBox"}},
-        {11, 1, T::UInt8, {"temperatureLimitDoubleSpinBox"}},
-        {12, 1, T::UInt8, {"minVoltageLimitDoubleSpinBox"}},
-        {13, 1, T::UInt8, {"maxVoltageLimitDoubleSpinBox"}},
-        // The torque limit register feeds the quadrature current limit.
-        {14, 2, T::UInt16, {"quadratureCurrentLimitDoubleSpinBox"}},
-        {16, 2, T::UInt16, {"angularVelocityLimitDoubleSpinBox"}},
-        {18, 2, T::UInt16, {"accelerationLimitDoubleSpinBox"}},
-        {20, 4, T::Int32, {"hornPositionOffsetDoubleSpinBox"}},
-        {24, 2, T::UInt16, {"movingThresholdDoubleSpinBox"}},
-        {26, 1, T::UInt8, {"inputModeComboBox"}},
-        {27, 2, T::UInt16, {"defPositionProportionalTermDoubleSpinBox"}},
-        {29, 2, T::UInt16, {"defVelocityFeedforwardTermDoubleSpinBox"}},
-        {31, 2, T::UInt16, {"defCurrentFeedforwardTermDoubleSpinBox"}},
-        {33, 2, T::UInt16, {"defVelocityIntegralTermDoubleSpinBox"}},
-        {35, 2, T::UInt16, {"defVelocityProportionalTermDoubleSpinBox"}},
-        {37, 2, T::UInt16, {"defAngularVelocityProfileDoubleSpinBox"}},
-        {39, 2, T::UInt16, {"defAccelerationProfileDoubleSpinBox"}},
-        {41, 1, T::UInt8, {}},
-        {42, 2, T::UInt8, {}},
-        {44, 2, T::UInt8, {}},
-        {46, 2, T::UInt8, {}},
-        {48, 1, T::UInt8, {"enableMotorCheckBox"}},
-        {49, 1, T::UInt8, {"pendingShadowInstructionCheckBox"}},
-        {107, 1, T::HardwareStatus, {}},
-        {50, 2, T::UInt16, {}},
-        {52, 2, T::UInt16, {}},
-        {54, 2, T::UInt16, {"positionProportionalTermDoubleSpinBox"}},
-        {56, 2, T::UInt16, {"velocityFeedforwardTermDoubleSpinBox"}},
-        {58, 2, T::UInt16, {"currentFeedforwardTermDoubleSpinBox"}},
-        {60, 2, T::UInt16, {"velocityIntegralTermDoubleSpinBox"}},
-        {62, 2, T::UInt16, {"velocityProportionalTermDoubleSpinBox"}},
-        {64, 2, T::UInt16, {}},
-        {66, 2, T::UInt16, {}},
-        {68, 2, T::UInt16, {"angularVelocityProfileDoubleSpinBox"}},
-        {70, 2, T::UInt16, {"accelerationProfileDoubleSpinBox"}},
-        {72, 2, T::UInt16, {}},
-        {74, 2, T::UInt16, {}},
-        {76, 2, T::UInt16, {}},
-        {78, 4, T::Int32, {"targetPositionDoubleSpinBox"}},
-        {82, 2, T::UInt16, {"targetAngularVelocityDoubleSpinBox", "targetAngularVelocityDirectionComboBox"}},
-        {84, 2, T::UInt16, {"targetTorqueDoubleSpinBox", "targetTorqueDirectionComboBox"}},
-        {86, 4, T::Int32, {"actualPositionLineEdit"}},
-        {90, 2, T::UInt16, {"actualAngularVelocityLineEdit"}},
-        {92, 2, T::UInt16, {"actualTorqueLineEdit"}},
-        {94, 1, T::UInt8, {"actualVoltageLineEdit"}},
-        {95, 2, T::UInt16, {"actualQuadratureCurrentLineEdit"}},
-        {97, 1, T::UInt8, {"actualTemperatureLineEdit"}},
-        {98, 1, T::UInt8, {}},
-        {99, 1, T::UInt8, {"isMovingCheckBox"}},
-        {100, 1, T::UInt8, {}},
-        {101, 2, T::UInt16, {}},
-        {103, 4, T::UInt32, {}},
-        {107, 1, T::HardwareStatus, {}},
-        {108, 1, T::UInt8, {}},
-        {109, 1, T::UInt8, {}},
-        {110, 1, T::UInt8, {}},
-        {111, 1, T::UInt8, {}},
-        {112, 1, T::UInt8, {}},
-        {113, 1, T::UInt8, {}},
-        {114, 2, T::UInt16, {}},
-        {116, 2, T::UInt16, {}},
-        {118, 1, T::UInt8, {}},
-        {119, 1, T::UInt8, {}},
-    };
-    // clang-format on
-    for (const Row &row : rows)
+    for (const PollMapRow &row : PollMapTable::ownFamily())
         addItem(row.address, row.size, row.type, row.widgets);
 }
 
@@ -124,28 +37,28 @@ const RegisterItemHelper &UiRegisterHelper::item(uint8_t address) const
     return *checkedLookup(items, address);
 }
 
-void UiRegisterHelper::addItem(uint8_t address, uint8_t size, ValueType type,
+void UiRegisterHelper::addItem(uint8_t address, uint8_t size, PollValueType type,
                                const QStringList &names)
 {
     using namespace std::placeholders;
     std::function<void(int32_t)> callback;
     switch (type) {
-    case ValueType::UInt8:
+    case PollValueType::UInt8:
         callback = std::bind(&UiRegisterHelper::showValue<uint8_t>, this, names, _1);
         break;
-    case ValueType::Int16:
+    case PollValueType::Int16:
         callback = std::bind(&UiRegisterHelper::showValue<int16_t>, this, names, _1);
         break;
-    case ValueType::UInt16:
+    case PollValueType::UInt16:
         callback = std::bind(&UiRegisterHelper::showValue<uint16_t>, this, names, _1);
         break;
-    case ValueType::Int32:
+    case PollValueType::Int32:
         callback = std::bind(&UiRegisterHelper::showValue<int32_t>, this, names, _1);
         break;
-    case ValueType::UInt32:
+    case PollValueType::UInt32:
         callback = std::bind(&UiRegisterHelper::showValue<uint32_t>, this, names, _1);
         break;
-    case ValueType::HardwareStatus:
+    case PollValueType::HardwareStatus:
         callback = std::bind(&UiRegisterHelper::showHardwareStatus, this, _1);
         break;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "device/pollmaptable.h"
 #include "device/registeritemhelper.h"
 
 #include <QPointer>
@@ -34,10 +35,7 @@ public:
     const RegisterItemHelper &item(uint8_t address) const;
 
 private:
-    // How the bytes of a register are read; the handler's parameter type narrows to it.
-    enum class ValueType { UInt8, Int16, UInt16, Int32, UInt32, HardwareStatus };
-
-    void addItem(uint8_t address, uint8_t size, ValueType type, const QStringList &widgets);
+    void addItem(uint8_t address, uint8_t size, PollValueType type, const QStringList &widgets);
 
     template<typename Value>
     void showValue(const QStringList &widgets, Value value);

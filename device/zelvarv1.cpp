@@ -2,7 +2,10 @@
 
 #include "controllers/inputmodecontroller.h"
 #include "controllers/operationmodecontroller.h"
+#include "device/fieldhelper.h"
+#include "device/pollmaptable.h"
 
+#include <QRegularExpression>
 #include <algorithm>
 
 namespace {
@@ -204,4 +207,35 @@ unsigned ZelvarV1::registerCount(unsigned bank) const
 bool ZelvarV1::hasRegisterMap() const
 {
     return true;
+}
+
+std::vector<RegisterSpan> ZelvarV1::registers() const
+{
+    static const QRegularExpression byteSuffix(QStringLiteral(" \\((lower|upper|byte \\d)\\)$"));
+    std::map<uint8_t, RegisterSpan> spans;
+    for (const PollMapRow &row : PollMapTable::ownFamily()) {
+        const auto described = descriptions.find(row.address);
+        if (described == descriptions.end() || spans.count(row.address))
+            continue;
+        RegisterSpan span;
+        span.address = row.address;
+        span.size = row.size;
+        span.isSigned = row.type == PollValueType::Int16 || row.type == PollValueType::Int32;
+        span.writable = described->second.writable != 0;
+        span.description = QString(described->second.description).remove(byteSuffix);
+        for (const QString &widget : row.widgets) {
+            if (span.field.isEmpty() && (definesField(widget) || row.widgets.size() == 1))
+                span.field = widget;
+            // A target shown with a direction box keeps the direction in its top bit.
+            if (widget.endsWith(QLatin1String("DirectionComboBox")))
+                span.directionBit = 15;
+        }
+        if (FieldHelper::hasFieldId(span.field))
+            span.fieldId = FieldHelper::fieldId(span.field);
+        spans.emplace(row.address, span);
+    }
+    std::vector<RegisterSpan> ordered;
+    for (const auto &entry : spans)
+        ordered.push_back(entry.second);
+    return ordered;
 }

@@ -15,6 +15,7 @@ public:
     std::unique_ptr<RegisterDescription> registerDescription(uint16_t address) const override;
     unsigned registerCount(unsigned bank) const override;
     bool hasRegisterMap() const override;
+    std::vector<RegisterSpan> registers() const override;
 
 private:
     std::map<uint16_t, RegisterDescription> descriptions;
