@@ -5,14 +5,17 @@
 #include <QString>
 #include <memory>
 
+class PlotDock;
 class QCloseEvent;
 class QLabel;
 class QSpinBox;
 class QTimerEvent;
 class SearchDialog;
 class SerialHelper;
+class RecordingController;
 class Settings;
 class SettingsDialog;
+class TelemetryDecoder;
 class UiRegisterHelper;
 class UiScheduler;
 
@@ -30,6 +33,12 @@ public:
     explicit MainWindow(QWidget *parent = nullptr);
     ~MainWindow() override;
 
+    PlotDock *plotDock() const { return plot; }
+    RecordingController *recordingController() const { return recording; }
+    // Feeds the plot and the recorder from a link monitor's started(), stopped(),
+    // lost(QString) and tableReplied(qint64, QByteArray).
+    void followLink(QObject *linkMonitor);
+
 protected:
     void closeEvent(QCloseEvent *event) override;
     // The close timer: the port closes a moment after a disconnect.
@@ -43,6 +52,7 @@ private slots:
     void on_updateId(int value);
     void on_actionReboot_triggered();
     void on_actionReset_triggered();
+    void on_unitsApplied();
 
 private:
     // A one-shot servo command and the texts that report it.
@@ -51,6 +61,8 @@ private:
     static const ServoOperation factoryResetOperation;
 
     void fillToolBar();
+    void setupPlot();
+    void loadTraceChannels();
     void fitIntoScreen();
     void onDeviceLoaded();
     void setLinkActions(bool linked);
@@ -70,4 +82,7 @@ private:
     std::shared_ptr<SerialHelper> serialHelper;
     std::shared_ptr<UiScheduler> scheduler;
     int closeTimerId = 0;
+    std::shared_ptr<const TelemetryDecoder> decoder;
+    PlotDock *plot = nullptr;
+    RecordingController *recording = nullptr;
 };

@@ -192,6 +192,7 @@ void SettingsDialog::apply()
     }
 
     hide();
+    emit unitsApplied();
 }
 
 void SettingsDialog::cancel()

@@ -24,12 +24,16 @@ QVector<TraceChannel> columns()
         qint32 raw = 0;
         for (int i = 0; i < 4; ++i)
             raw |= qint32(quint8(bytes.at(9 + 86 + i))) << (8 * i);
-        return raw / 10.0;
+        return double(raw);
     };
     return {
-        {"position", "Actual position", "degrees", position},
-        {"error", "Error byte", "", [](const QByteArray &bytes) { return quint8(bytes.at(8)); }},
-        {"label", "Comma, \"quoted\"", "", [](const QByteArray &) { return 1.5; }}};
+        {"position", "Actual position", "degrees", position, [](double raw) { return raw / 10; }},
+        {"error",
+         "Error byte",
+         "",
+         [](const QByteArray &bytes) { return quint8(bytes.at(8)); },
+         {}},
+        {"label", "Comma, \"quoted\"", "", [](const QByteArray &) { return 1.5; }, {}}};
 }
 
 RecordingInfo info()
@@ -122,19 +126,22 @@ private slots:
         QCOMPARE(written.last(), QString("0.990000,9.9,32,1.5"));
     }
 
+    void aFailingFileStopsWithItsName_data()
+    {
+        QTest::addColumn<QString>("fileName");
+        QTest::newRow("missing folder") << folder.filePath("no/such/folder/x.csv");
+        // A full disk: the header already fails to reach it.
+        QTest::newRow("full disk") << "/dev/full";
+    }
     void aFailingFileStopsWithItsName()
     {
+        QFETCH(QString, fileName);
         CsvRecorder recorder;
-        const QString missing = folder.filePath("no/such/folder/x.csv");
-        QVERIFY(!recorder.start(missing, info(), columns()));
-        QVERIFY(recorder.errorString().contains(missing));
-        QVERIFY(!recorder.isRecording());
-
-        // A full disk: the header already fails to reach it.
         QSignalSpy failed(&recorder, SIGNAL(failed(QString)));
-        QVERIFY(!recorder.start("/dev/full", info(), columns()));
+        QVERIFY(!recorder.start(fileName, info(), columns()));
         QCOMPARE(failed.count(), 1);
-        QVERIFY(failed.at(0).at(0).toString().contains("/dev/full"));
+        QVERIFY(failed.at(0).at(0).toString().contains(fileName));
+        QCOMPARE(recorder.errorString(), failed.at(0).at(0).toString());
         QVERIFY(!recorder.isRecording());
     }
 };

@@ -108,6 +108,22 @@ private slots:
         QCOMPARE(buffer.valueAt(0, 5.0), 2100.0);
     }
 
+    void convertsTheHistoryWhenUnitsChange()
+    {
+        SampleBuffer buffer(2);
+        buffer.setConversion(0, [](double raw) { return raw / 1000; });
+        feed(buffer, steady(0, 100, 10) + steady(500, 600, 10));
+        QCOMPARE(buffer.value(0, 5), 0.05);
+        // Other units: the rows stay and show anew, the gap stays a gap.
+        buffer.setConversion(0, [](double raw) { return raw * 2; });
+        QCOMPARE(buffer.value(0, 5), 100.0);
+        QCOMPARE(buffer.rawValue(0, 5), 50.0);
+        QCOMPARE(buffer.value(1, 5), -50.0);
+        QCOMPARE(gapCount(buffer), 1);
+        feed(buffer, {610});
+        QCOMPARE(buffer.value(0, buffer.size() - 1), 1220.0);
+    }
+
     void pauseAndFreeze_data()
     {
         addColumns<bool, int, int, int>({"freeze", "takenWhileStopped", "takenAfter", "gaps"});

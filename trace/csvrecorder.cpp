@@ -50,6 +50,7 @@ bool CsvRecorder::start(const QString &fileName, const RecordingInfo &info,
     file.setFileName(fileName);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
         error = tr("Cannot write the recording %1: %2").arg(fileName, file.errorString());
+        emit failed(error);
         return false;
     }
     columns = recordedColumns;
@@ -84,7 +85,7 @@ void CsvRecorder::addTableReply(qint64 timeUs, const QByteArray &reply)
                QByteArray::number(sinceStart % 1'000'000).rightJustified(6, '0');
     for (const TraceChannel &column : columns) {
         pending += ',';
-        appendNumber(pending, column.decode(reply));
+        appendNumber(pending, column.value(reply));
     }
     pending += '\n';
     ++rows;

@@ -23,7 +23,7 @@ public:
     ~CsvRecorder() override;
 
     // Opens (truncates) the file and writes the comment line and the header. On failure
-    // returns false and errorString() says why.
+    // returns false, emits failed() and errorString() says why.
     bool start(const QString &fileName, const RecordingInfo &info,
                const QVector<TraceChannel> &columns);
     bool isRecording() const { return file.isOpen(); }
@@ -42,7 +42,7 @@ public slots:
 signals:
     void started(const QString &fileName);
     void finished(const QString &fileName, qint64 rows);
-    // The recording ended because the file could not be written.
+    // The recording could not start or ended because the file could not be written.
     void failed(const QString &message);
 
 protected:

@@ -20,13 +20,18 @@ SampleBuffer::SampleBuffer(int channelCount)
 
 void SampleBuffer::setChannelCount(int count)
 {
-    values.assign(size_t(std::clamp(count, 0, maxChannels)), {});
+    const size_t channels = size_t(std::clamp(count, 0, maxChannels));
+    raws.assign(channels, {});
+    values.assign(channels, {});
+    conversions.assign(channels, {});
     clear();
 }
 
 void SampleBuffer::clear()
 {
     times.clear();
+    for (auto &channel : raws)
+        channel.clear();
     for (auto &channel : values)
         channel.clear();
     lastTimeUs = -1;
@@ -34,6 +39,20 @@ void SampleBuffer::clear()
     frozen = false;
     breakNext = false;
     changed = true;
+}
+
+void SampleBuffer::setConversion(int channel, Conversion toDisplay)
+{
+    const size_t index = size_t(channel);
+    conversions[index] = std::move(toDisplay);
+    for (size_t row = 0; row < times.size(); ++row)
+        values[index][row] = display(index, raws[index][row]);
+    changed = true;
+}
+
+double SampleBuffer::display(size_t channel, double raw) const
+{
+    return conversions[channel] && !std::isnan(raw) ? conversions[channel](raw) : raw;
 }
 
 void SampleBuffer::setWindow(qint64 window)
@@ -56,7 +75,7 @@ void SampleBuffer::freeze()
     breakNext = true;
 }
 
-bool SampleBuffer::append(qint64 timeUs, const double *rowValues)
+bool SampleBuffer::append(qint64 timeUs, const double *raw)
 {
     if (paused || frozen || timeUs <= lastTimeUs)
         return false;
@@ -79,16 +98,18 @@ bool SampleBuffer::append(qint64 timeUs, const double *rowValues)
     }
     breakNext = false;
     lastTimeUs = timeUs;
-    appendRow(double(timeUs) / 1e6, rowValues);
+    appendRow(double(timeUs) / 1e6, raw);
     trim();
     return true;
 }
 
-void SampleBuffer::appendRow(double t, const double *rowValues)
+void SampleBuffer::appendRow(double t, const double *raw)
 {
     times.push_back(t);
-    for (size_t channel = 0; channel < values.size(); ++channel)
-        values[channel].push_back(rowValues[channel]);
+    for (size_t channel = 0; channel < values.size(); ++channel) {
+        raws[channel].push_back(raw[channel]);
+        values[channel].push_back(display(channel, raw[channel]));
+    }
     changed = true;
 }
 
@@ -104,6 +125,8 @@ void SampleBuffer::trim()
     if (drop == 0)
         return;
     times.erase(times.begin(), times.begin() + long(drop));
+    for (auto &channel : raws)
+        channel.erase(channel.begin(), channel.begin() + long(drop));
     for (auto &channel : values)
         channel.erase(channel.begin(), channel.begin() + long(drop));
     changed = true;

@@ -1,0 +1,41 @@
+#include "plot/sampleseries.h"
+
+#include "trace/samplebuffer.h"
+
+#include <cmath>
+
+SampleSeries::SampleSeries(const SampleBuffer &buffer, int channel)
+    : buffer(buffer)
+    , channel(channel)
+{}
+
+size_t SampleSeries::size() const
+{
+    return size_t(buffer.size());
+}
+
+QPointF SampleSeries::sample(size_t i) const
+{
+    return {buffer.time(int(i)), buffer.value(channel, int(i))};
+}
+
+QRectF SampleSeries::boundingRect() const
+{
+    const int rows = buffer.size();
+    if (rows == 0)
+        return {1.0, 1.0, -2.0, -2.0};
+    double low = INFINITY;
+    double high = -INFINITY;
+    for (int row = 0; row < rows; ++row) {
+        const double y = sample(size_t(row)).y();
+        if (std::isfinite(y)) {
+            low = std::min(low, y);
+            high = std::max(high, y);
+        }
+    }
+    const double left = buffer.time(0);
+    const double right = buffer.time(rows - 1);
+    if (low > high)
+        return {left, 0.0, right - left, 0.0};
+    return {left, low, right - left, high - low};
+}
