@@ -7,6 +7,7 @@
 #include "device/uiregisterhelper.h"
 #include "link/serialhelper.h"
 #include "link/uischeduler.h"
+#include "monitor/linkmonitor.h"
 #include "plot/plotdock.h"
 #include "plot/recordingcontroller.h"
 #include "plot/recordingindicator.h"
@@ -16,13 +17,13 @@
 #include "telemetry/registercatalogue.h"
 #include "telemetry/telemetrydecoder.h"
 #include "trace/tracecatalogue.h"
+#include "views/activitydock.h"
+#include "views/linkindicator.h"
 #include "views/registerview.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QLabel>
-#include <QMenu>
-#include <QMenuBar>
 #include <QMessageBox>
 #include <QPointer>
 #include <QScreen>
@@ -60,6 +61,7 @@ struct MainWindow::ServoOperation
     const char *refused;
     const char *failed;
     const char *succeeded;
+    const char *unanswered;
 };
 
 // clang-format off
@@ -68,12 +70,14 @@ const MainWindow::ServoOperation MainWindow::rebootOperation = {
     QT_TRANSLATE_NOOP("MainWindow", "Error occurred during reboot operation"),
     QT_TRANSLATE_NOOP("MainWindow", "Error during reboot of Zelvar servo id:%1"),
     QT_TRANSLATE_NOOP("MainWindow", "Zelvar servo id:%1 was rebooted successfully"),
+    QT_TRANSLATE_NOOP("MainWindow", "No reply from Zelvar servo id:%1 to the reboot"),
 };
 const MainWindow::ServoOperation MainWindow::factoryResetOperation = {
     &DeviceHelper::factoryReset,
     QT_TRANSLATE_NOOP("MainWindow", "Error occurred during factory reset operation"),
     QT_TRANSLATE_NOOP("MainWindow", "Error during factory reset of Zelvar servo id:%1"),
     QT_TRANSLATE_NOOP("MainWindow", "Factory reset of Zelvar servo id:%1 was successful"),
+    QT_TRANSLATE_NOOP("MainWindow", "No reply from Zelvar servo id:%1 to the factory reset"),
 };
 // clang-format on
 
@@ -84,9 +88,11 @@ MainWindow::MainWindow(QWidget *parent)
     , settingsDialog(std::make_shared<SettingsDialog>())
     , searchDialog(std::make_shared<SearchDialog>())
     , serialHelper(std::make_shared<SerialHelper>())
+    , monitor(std::make_shared<LinkMonitor>())
 {
     ui->setupUi(this);
     ui->tabWidget->setAutoFillBackground(true);
+    setupLinkFeedback();
 
     // The helper outlives this window; a window that is gone is told nothing.
     QPointer<MainWindow> self(this);
@@ -116,6 +122,8 @@ MainWindow::MainWindow(QWidget *parent)
     connect(searchDialog.get(), SIGNAL(updateBaudRate(int)), settingsDialog.get(),
             SLOT(on_updateBaudRate(int)));
     connect(searchDialog.get(), SIGNAL(updateId(int)), this, SLOT(on_updateId(int)));
+    connect(searchDialog.get(), SIGNAL(updatePortName(QString)), settingsDialog.get(),
+            SLOT(on_updatePortName(QString)));
     connect(settingsDialog.get(), SIGNAL(unitsApplied()), this, SLOT(on_unitsApplied()));
 
     if (!restoreGeometry(settings->value(geometryKey, QByteArray()).toByteArray()))
@@ -127,7 +135,17 @@ MainWindow::MainWindow(QWidget *parent)
 
 MainWindow::~MainWindow()
 {
+    // The helper may outlive this window (the device helper shares it).
+    serialHelper->setTransactionObserver(nullptr);
+    // They read the monitor, which goes before the window's children do.
+    delete activityDock;
+    delete linkIndicator;
     delete ui;
+}
+
+LinkMonitor *MainWindow::linkMonitor() const
+{
+    return monitor.get();
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)
@@ -153,6 +171,7 @@ void MainWindow::on_actionConnect_triggered()
 {
     if (!openSerialPort())
         return;
+    startLinkMonitor();
     const auto servoId = uint8_t(idSpinBox->value());
     // The answer comes through the event loop, after the register view and the scheduler
     // below are ready for it.
@@ -179,6 +198,7 @@ void MainWindow::on_actionDisconnect_triggered()
         scheduler->timerId = 0;
     }
     ui->registerView->disconnectDevice();
+    monitor->stop();
     setLinkActions(false);
     closeTimerId = startTimer(closeDelayMs);
     ui->statusBar->showMessage(tr("Disconnected"));
@@ -246,21 +266,40 @@ void MainWindow::fillToolBar()
     ui->toolBar->addWidget(idSpinBox.get());
 }
 
+void MainWindow::setupLinkFeedback()
+{
+    serialHelper->setTransactionObserver(monitor.get());
+    linkIndicator = new LinkIndicator(monitor.get(), ui->statusBar);
+    ui->statusBar->addPermanentWidget(linkIndicator);
+    activityDock = new ActivityDock(monitor.get(), this);
+    addDockWidget(Qt::BottomDockWidgetArea, activityDock);
+    activityDock->hide();
+    ui->menuView->addAction(activityDock->toggleViewAction());
+    connect(linkIndicator, SIGNAL(clicked()), activityDock, SLOT(show()));
+    connect(linkIndicator, SIGNAL(clicked()), activityDock, SLOT(raise()));
+}
+
+void MainWindow::startLinkMonitor()
+{
+    LinkMonitor::Target target;
+    target.portName = settingsDialog->portSettings().portName;
+    target.baudRate = settingsDialog->portSettings().baudRate;
+    target.servoId = quint8(idSpinBox->value());
+    target.pollIntervalMs = pollingIntervalSpinBox->value();
+    target.simulated =
+        LinkMonitor::isSimulatedPort(target.portName, serialHelper->getSerialPortList());
+    monitor->start(target);
+}
+
 void MainWindow::setupPlot()
 {
     plot = new PlotDock(this);
     addDockWidget(Qt::BottomDockWidgetArea, plot);
     plot->hide();
-    auto *menuView = menuBar()->findChild<QMenu *>(QStringLiteral("menuView"));
-    if (!menuView) {
-        menuView = new QMenu(tr("View"), menuBar());
-        menuView->setObjectName(QStringLiteral("menuView"));
-        menuBar()->insertMenu(ui->menuHelp->menuAction(), menuView);
-    }
     QAction *showPlot = plot->toggleViewAction();
     showPlot->setObjectName(QStringLiteral("actionPlot"));
     showPlot->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P));
-    menuView->addAction(showPlot);
+    ui->menuView->addAction(showPlot);
 
     QPointer<MainWindow> self(this);
     auto info = [self](const QByteArray &lastReply) {
@@ -295,9 +334,10 @@ void MainWindow::setupPlot()
         return TraceCatalogue(self->decoder).recordingColumns(registers);
     };
     recording = new RecordingController(this, info, columns);
-    menuView->addAction(recording->action());
+    ui->menuView->addAction(recording->action());
     plot->addToolBarAction(recording->action());
     ui->statusBar->addPermanentWidget(new RecordingIndicator(recording->recorder()));
+    followLink(monitor.get());
 }
 
 void MainWindow::followLink(QObject *linkMonitor)
@@ -371,9 +411,19 @@ void MainWindow::runServoOperation(const ServoOperation &operation)
                 self->showOperationResult(operation, reply);
         });
     };
+    // The library waits for the reply inside the call, so a callback not made by its
+    // return means the servo never answered.
+    auto answered = std::make_shared<bool>(false);
+    auto noteAnswer = [showResult, answered](QByteArray reply) {
+        *answered = true;
+        showResult(reply);
+    };
     DeviceHelper &deviceHelper = *DeviceHelper::instance();
-    if (!(deviceHelper.*operation.send)(uint8_t(idSpinBox->value()), showResult))
+    const int servoId = idSpinBox->value();
+    if (!(deviceHelper.*operation.send)(uint8_t(servoId), noteAnswer))
         QMessageBox::critical(this, tr("Error"), tr(operation.refused));
+    else if (!*answered)
+        QMessageBox::critical(this, tr("Error"), tr(operation.unanswered).arg(servoId));
 }
 
 void MainWindow::showOperationResult(const ServoOperation &operation, const QByteArray &reply)

@@ -5,6 +5,9 @@
 #include <QString>
 #include <memory>
 
+class ActivityDock;
+class LinkIndicator;
+class LinkMonitor;
 class PlotDock;
 class QCloseEvent;
 class QLabel;
@@ -33,11 +36,10 @@ public:
     explicit MainWindow(QWidget *parent = nullptr);
     ~MainWindow() override;
 
+    // The one monitor of this window's link; features that watch the link listen to it.
+    LinkMonitor *linkMonitor() const;
     PlotDock *plotDock() const { return plot; }
     RecordingController *recordingController() const { return recording; }
-    // Feeds the plot and the recorder from a link monitor's started(), stopped(),
-    // lost(QString) and tableReplied(qint64, QByteArray).
-    void followLink(QObject *linkMonitor);
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -61,7 +63,12 @@ private:
     static const ServoOperation factoryResetOperation;
 
     void fillToolBar();
+    void setupLinkFeedback();
+    void startLinkMonitor();
     void setupPlot();
+    // The plot and the recorder follow the monitor's started(), stopped(), lost() and
+    // tableReplied().
+    void followLink(QObject *linkMonitor);
     void loadTraceChannels();
     void fitIntoScreen();
     void onDeviceLoaded();
@@ -82,6 +89,9 @@ private:
     std::shared_ptr<SerialHelper> serialHelper;
     std::shared_ptr<UiScheduler> scheduler;
     int closeTimerId = 0;
+    std::shared_ptr<LinkMonitor> monitor;
+    LinkIndicator *linkIndicator = nullptr;
+    ActivityDock *activityDock = nullptr;
     std::shared_ptr<const TelemetryDecoder> decoder;
     PlotDock *plot = nullptr;
     RecordingController *recording = nullptr;

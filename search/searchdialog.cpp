@@ -113,6 +113,8 @@ void SearchDialog::select()
         return;
     emit updateBaudRate(root->text(0).toInt());
     emit updateId(item->text(1).toInt());
+    // The servo was found on the port scanned, not necessarily on the one in the settings.
+    emit updatePortName(ui->serialPortInfoListBox->currentText());
     hide();
 }
 

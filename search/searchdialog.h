@@ -36,6 +36,7 @@ signals:
     void doScanServo(int id, int baudRate);
     void updateBaudRate(int baudRate);
     void updateId(int id);
+    void updatePortName(const QString &portName);
 
 public slots:
     void select();

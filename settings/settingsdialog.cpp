@@ -152,6 +152,10 @@ PhysicalQuantities SettingsDialog::units() const
 
 void SettingsDialog::show()
 {
+    // Read afresh: an adapter or a bridge may have appeared since the last look. This
+    // departs from filling the list once, which hid a bridge started after the program.
+    fillPortsInfo();
+    ui->serialPortInfoListBox->setCurrentText(currentPortSettings.portName);
     showUnits();
     QDialog::show();
     ui->settingsTabWidget->setCurrentIndex(0);
@@ -164,6 +168,14 @@ void SettingsDialog::on_updateBaudRate(int baudRate)
     currentPortSettings.baudRate = baudRate;
     portSettingsStore->setValue(baudRateKey, baudRate);
     ui->baudRateBox->setCurrentText(QString::number(baudRate));
+}
+
+// Persisted at once, like the baud rate: the next Connect goes where the search found the servo.
+void SettingsDialog::on_updatePortName(const QString &portName)
+{
+    currentPortSettings.portName = portName;
+    portSettingsStore->setValue(serialPortNameKey, portName);
+    ui->serialPortInfoListBox->setCurrentText(portName);
 }
 
 void SettingsDialog::showPortInfo(int idx)

@@ -55,6 +55,7 @@ signals:
 public slots:
     void show();
     void on_updateBaudRate(int baudRate);
+    void on_updatePortName(const QString &portName);
 
 private slots:
     void showPortInfo(int idx);

@@ -270,8 +270,8 @@ private slots:
         QTest::newRow("factory reset") << "actionReset" << int(resetServoId) << "Success: Factory reset of Zelvar servo id:9 was successful";
         QTest::newRow("reboot, alert") << "actionReboot" << int(alarmedServoId) << "Error: Error during reboot of Zelvar servo id:10";
         QTest::newRow("factory reset, alert") << "actionReset" << int(alarmedServoId) << "Error: Error during factory reset of Zelvar servo id:10";
-        QTest::newRow("reboot, absent") << "actionReboot" << int(absentServoId) << QString();
-        QTest::newRow("factory reset, absent") << "actionReset" << int(absentServoId) << QString();
+        QTest::newRow("reboot, absent") << "actionReboot" << int(absentServoId) << "Error: No reply from Zelvar servo id:77 to the reboot";
+        QTest::newRow("factory reset, absent") << "actionReset" << int(absentServoId) << "Error: No reply from Zelvar servo id:77 to the factory reset";
         // clang-format on
     }
     void servoOperationsReportTheirId()
