@@ -8,6 +8,8 @@ SampleCurve::SampleCurve(const QString &title)
     setPaintAttribute(QwtPlotCurve::ClipPolygons, true);
     setPaintAttribute(QwtPlotCurve::FilterPoints, true);
     setItemAttribute(QwtPlotItem::Legend, true);
+    // The legend shows the line itself, so a dashed target stands apart from its actual.
+    setLegendAttribute(QwtPlotCurve::LegendShowLine, true);
 }
 
 void SampleCurve::drawSeries(QPainter *painter, const QwtScaleMap &xMap, const QwtScaleMap &yMap,

@@ -2,6 +2,7 @@
 
 #include "trace/samplebuffer.h"
 
+#include <algorithm>
 #include <cmath>
 
 SampleSeries::SampleSeries(const SampleBuffer &buffer, int channel)
@@ -37,5 +38,11 @@ QRectF SampleSeries::boundingRect() const
     const double right = buffer.time(rows - 1);
     if (low > high)
         return {left, 0.0, right - left, 0.0};
+    // A constant value gets room around it, so its axis still has a scale.
+    if (high == low) {
+        const double margin = std::max(0.5, std::abs(low) * 0.05);
+        low -= margin;
+        high += margin;
+    }
     return {left, low, right - left, high - low};
 }

@@ -7,8 +7,10 @@
 
 namespace {
 constexpr double noValue = std::numeric_limits<double>::quiet_NaN();
-// A reply this many typical intervals late means one or more never came.
+// A reply this many typical intervals late, and later than the jitter of a busy machine,
+// means one or more never came.
 constexpr double gapFactor = 3.0;
+constexpr double jitterUs = 50'000.0;
 // Weight of the newest interval in the running estimate.
 constexpr double intervalWeight = 1.0 / 8.0;
 } // namespace
@@ -81,7 +83,8 @@ bool SampleBuffer::append(qint64 timeUs, const double *raw)
         return false;
     if (lastTimeUs >= 0) {
         const double interval = double(timeUs - lastTimeUs);
-        const bool late = typicalIntervalUs > 0.0 && interval > gapFactor * typicalIntervalUs;
+        const bool late = typicalIntervalUs > 0.0 && interval > gapFactor * typicalIntervalUs &&
+                          interval > typicalIntervalUs + jitterUs;
         if (breakNext || late) {
             // The line stops where the next reply was due.
             const double dueUs =
