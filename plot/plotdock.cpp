@@ -123,10 +123,20 @@ PlotDock::PlotDock(QWidget *parent)
     setAxisRanges(leftRange, rightRange);
     followLatest();
 
-    auto *frameTimer = new QTimer(this);
+    frameTimer = new QTimer(this);
     frameTimer->setTimerType(Qt::PreciseTimer);
+    frameTimer->setInterval(frameIntervalMs());
     connect(frameTimer, SIGNAL(timeout()), this, SLOT(on_frame()));
-    frameTimer->start(frameIntervalMs());
+    connect(this, SIGNAL(visibilityChanged(bool)), this, SLOT(on_visibilityChanged(bool)));
+}
+
+// A hidden plot only gathers samples; it wakes nobody up at the screen's rate.
+void PlotDock::on_visibilityChanged(bool visible)
+{
+    if (visible)
+        frameTimer->start();
+    else
+        frameTimer->stop();
 }
 
 PlotDock::~PlotDock() = default;

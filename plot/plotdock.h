@@ -13,6 +13,7 @@
 class QAction;
 class QActionGroup;
 class QComboBox;
+class QTimer;
 class QMenu;
 class QwtPlot;
 class QwtPlotMagnifier;
@@ -63,6 +64,7 @@ public slots:
 
 private slots:
     void on_frame();
+    void on_visibilityChanged(bool visible);
     void on_channelsMenu_triggered(QAction *action);
     void on_rightAxisMenu_triggered(QAction *action);
     void on_windowComboBox_activated(int index);
@@ -92,6 +94,7 @@ private:
     QMenu *rightAxisMenu;
     QComboBox *windowComboBox;
     QAction *actionPause;
+    QTimer *frameTimer;
     AxisRangeDialog::Range leftRange;
     AxisRangeDialog::Range rightRange;
     bool layoutChanged = true;

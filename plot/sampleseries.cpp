@@ -28,7 +28,7 @@ QRectF SampleSeries::boundingRect() const
     double low = INFINITY;
     double high = -INFINITY;
     for (int row = 0; row < rows; ++row) {
-        const double y = sample(size_t(row)).y();
+        const double y = buffer.value(channel, row);
         if (std::isfinite(y)) {
             low = std::min(low, y);
             high = std::max(high, y);
