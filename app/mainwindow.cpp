@@ -304,7 +304,7 @@ void MainWindow::setupPlot()
     QPointer<MainWindow> self(this);
     auto info = [self](const QByteArray &lastReply) {
         RecordingInfo info;
-        info.programVersion = QCoreApplication::applicationVersion();
+        info.programVersion = QStringLiteral(ZELVAR_VERSION);
         if (!self)
             return info;
         const SettingsDialog::PortSettings port = self->settingsDialog->portSettings();

@@ -147,6 +147,8 @@ int main(int argc, char *argv[])
     plot.setRightAxisChannels({"velocity"});
     auto joint = servo(*bus, jointServoId);
     joint->setValue(ServoRegister::ControlEnable, 1, 1);
+    // As a user would, after the first replies: the comment line names the model from them.
+    wait(300);
     mainWindow.recordingController()->startRecording(folder.filePath("joint.csv"));
     for (int step = 0; step < 4; ++step) {
         joint->setValue(ServoRegister::TargetPosition, 4, step % 2 ? secondTarget : firstTarget);
