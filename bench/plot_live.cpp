@@ -1,10 +1,11 @@
 // The whole program on the in-process virtual bus at 1,000,000 baud, polled every 10 ms,
 // both tabs painted in turn, the "Plot" dock showing six channels and a recording running
-// (or, with --bare, neither). Run it on a real X server (xvfb-run). Prints the process's
-// CPU share, the plot's redraw times and frame rate, resident memory at the first minute
-// and at the end, and checks the recording against the replies the monitor handed out.
+// (--no-plot, --no-recording or --bare for neither). Run it on a real X server (xvfb-run).
+// Prints the process's CPU share, the plot's redraw times and frame rate, resident memory
+// at the first minute and at the end, and checks the recording against the replies the
+// monitor handed out.
 //
-//   bench_plot_live [seconds (default 60)] [--bare]
+//   bench_plot_live [seconds (default 60)] [--no-plot] [--no-recording] [--bare]
 
 #include "app/mainwindow.h"
 #include "monitor/linkmonitor.h"
@@ -103,7 +104,8 @@ int main(int argc, char *argv[])
     Q_INIT_RESOURCE(resources);
     QApplication application(argc, argv);
     const QStringList arguments = application.arguments();
-    const bool bare = arguments.contains("--bare");
+    const bool plotting = !arguments.contains("--bare") && !arguments.contains("--no-plot");
+    const bool recording = !arguments.contains("--bare") && !arguments.contains("--no-recording");
     int seconds = 60;
     for (const QString &argument : arguments.mid(1)) {
         if (argument.toInt() > 0)
@@ -140,14 +142,15 @@ int main(int argc, char *argv[])
     long replies = 0;
     QObject::connect(window.linkMonitor(), &LinkMonitor::tableReplied, [&replies] { ++replies; });
     QTemporaryDir recordings;
-    const QString recording = recordings.filePath("live.csv");
-    if (!bare) {
+    const QString recordingFile = recordings.filePath("live.csv");
+    if (plotting) {
         plot.show();
         plot.setSelectedChannels(
             {"position", "target-position", "velocity", "current", "voltage", "temperature"});
         plot.setRightAxisChannels({"current", "voltage", "temperature"});
-        window.recordingController()->startRecording(recording);
     }
+    if (recording)
+        window.recordingController()->startRecording(recordingFile);
     replies = 0;
     plot.takeFrameTimes();
 
@@ -160,11 +163,18 @@ int main(int argc, char *argv[])
     std::pair<long, long> atMinute{0, 0};
     QTimer::singleShot(std::min(seconds, 60) * 1000,
                        [&atMinute] { atMinute = residentKilobytes(); });
+    // The resident size minute by minute shows when growth stops, and what fills up first.
+    std::vector<long> minutes;
+    QTimer minuteTimer;
+    QObject::connect(&minuteTimer, &QTimer::timeout,
+                     [&minutes] { minutes.push_back(residentKilobytes().first); });
+    minuteTimer.start(60'000);
     const double processorBefore = processorSeconds();
     QElapsedTimer wall;
     wall.start();
-    std::printf("pid %d: %s for %d s\n", int(getpid()),
-                bare ? "plot hidden, no recording" : "six channels plotted, recording", seconds);
+    std::printf("pid %d: %s, %s for %d s\n", int(getpid()),
+                plotting ? "six channels plotted" : "plot hidden",
+                recording ? "recording" : "no recording", seconds);
     std::fflush(stdout);
     QTimer::singleShot(seconds * 1000, &application, &QCoreApplication::quit);
     application.exec();
@@ -187,7 +197,13 @@ int main(int argc, char *argv[])
                 "the end\n",
                 atMinute.first / 1024.0, std::min(seconds, 60), atEnd.first / 1024.0,
                 (atEnd.first - atMinute.first) / 1024.0, atEnd.second / 1024.0);
-    if (!bare)
-        checkRecording(recording, replies);
+    if (!minutes.empty()) {
+        std::printf("rss by minute (MB):");
+        for (long kilobytes : minutes)
+            std::printf(" %.1f", kilobytes / 1024.0);
+        std::printf("\n");
+    }
+    if (recording)
+        checkRecording(recordingFile, replies);
     return 0;
 }

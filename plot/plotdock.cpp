@@ -98,11 +98,12 @@ PlotDock::PlotDock(QWidget *parent)
     canvas->setPaintAttribute(QwtPlotCanvas::ImmediatePaint, true);
     // Every frame scrolls the whole canvas, so a backing store would only add a copy.
     canvas->setPaintAttribute(QwtPlotCanvas::BackingStore, false);
+    canvas->setPaintAttribute(QwtPlotCanvas::HackStyledBackground, false);
     canvas->setFrameStyle(QFrame::NoFrame);
     plotWidget->setCanvas(canvas);
     plotWidget->setCanvasBackground(Qt::white);
     plotWidget->setAutoReplot(false);
-    plotWidget->setAxisTitle(QwtPlot::xBottom, tr("Time since connect (s)"));
+    plotWidget->setAxisTitle(QwtPlot::xBottom, tr("Time before the latest reply (s)"));
     plotWidget->insertLegend(new QwtLegend, QwtPlot::BottomLegend);
     auto *grid = new QwtPlotGrid;
     grid->setMajorPen(QColor(0xe0, 0xe0, 0xe0), 0.0, Qt::SolidLine);
@@ -293,7 +294,7 @@ void PlotDock::rebuildCurves()
         if (isTarget(trace.key))
             pen.setStyle(Qt::DashLine);
         curve->setPen(pen);
-        curve->setData(new SampleSeries(samples, channel));
+        curve->setData(new SampleSeries(samples, channel, timeOrigin));
         if (rightAxisKeys.contains(trace.key)) {
             curve->setYAxis(QwtPlot::yRight);
             rightUsed = true;
@@ -453,10 +454,8 @@ void PlotDock::setPaused(bool paused)
 
 void PlotDock::followLatest()
 {
-    const double window = double(samples.window()) / 1e6;
-    const double latest = samples.size() > 0 ? samples.time(samples.size() - 1) : window;
-    plotWidget->setAxisScale(QwtPlot::xBottom, std::max(0.0, latest - window),
-                             std::max(window, latest));
+    timeOrigin = samples.size() > 0 ? samples.time(samples.size() - 1) : 0.0;
+    plotWidget->setAxisScale(QwtPlot::xBottom, -double(samples.window()) / 1e6, 0.0);
 }
 
 void PlotDock::on_frame()
@@ -486,7 +485,7 @@ QString PlotDock::readout(double t) const
     QString text = tr("<b>%1 s</b>").arg(t, 0, 'f', 3);
     for (int channel = 0; channel < selected.size(); ++channel) {
         const TraceChannel &trace = selected.at(channel);
-        const double shown = samples.valueAt(channel, t);
+        const double shown = samples.valueAt(channel, t + timeOrigin);
         const QString value = std::isnan(shown) ? tr("no reply") : QString::number(shown, 'g', 6);
         text += QStringLiteral("<br><font color=\"%1\">%2: %3</font>")
                     .arg(channelColour(trace.key).name(), trace.title().toHtmlEscaped(), value);

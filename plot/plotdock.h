@@ -51,7 +51,8 @@ public:
     QwtPlot *plot() const { return plotWidget; }
     // How long each drawn frame took, in microseconds, since the last call.
     std::vector<qint64> takeFrameTimes();
-    // Line-by-line readout of every channel at time t (seconds since the link came up).
+    // Line-by-line readout of every channel at time t, in seconds from the latest reply
+    // drawn (negative before it).
     QString readout(double t) const;
 
 public slots:
@@ -98,6 +99,9 @@ private:
     AxisRangeDialog::Range leftRange;
     AxisRangeDialog::Range rightRange;
     bool layoutChanged = true;
+    // The time axis counts back from the latest reply, so it keeps its scale while the
+    // curves move: a scrolling scale would be laid out and its labels drawn anew each frame.
+    double timeOrigin = 0.0;
     std::vector<qint64> frameTimes;
     QElapsedTimer frameClock;
 };

@@ -23,6 +23,12 @@ RecordingController::RecordingController(QWidget *dialogParent, InfoSource info,
     showState();
 }
 
+// The recorder finishes its file as it goes, after this object has stopped listening.
+RecordingController::~RecordingController()
+{
+    csv.disconnect(this);
+}
+
 void RecordingController::linkStarted()
 {
     linked = true;

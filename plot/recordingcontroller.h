@@ -20,6 +20,7 @@ public:
     using ColumnSource = std::function<QVector<TraceChannel>()>;
 
     RecordingController(QWidget *dialogParent, InfoSource info, ColumnSource columns);
+    ~RecordingController() override;
 
     QAction *action() const { return actionRecord; }
     CsvRecorder &recorder() { return csv; }

@@ -5,9 +5,10 @@
 #include <algorithm>
 #include <cmath>
 
-SampleSeries::SampleSeries(const SampleBuffer &buffer, int channel)
+SampleSeries::SampleSeries(const SampleBuffer &buffer, int channel, const double &timeOrigin)
     : buffer(buffer)
     , channel(channel)
+    , timeOrigin(timeOrigin)
 {}
 
 size_t SampleSeries::size() const
@@ -17,7 +18,7 @@ size_t SampleSeries::size() const
 
 QPointF SampleSeries::sample(size_t i) const
 {
-    return {buffer.time(int(i)), buffer.value(channel, int(i))};
+    return {buffer.time(int(i)) - timeOrigin, buffer.value(channel, int(i))};
 }
 
 QRectF SampleSeries::boundingRect() const
@@ -34,8 +35,8 @@ QRectF SampleSeries::boundingRect() const
             high = std::max(high, y);
         }
     }
-    const double left = buffer.time(0);
-    const double right = buffer.time(rows - 1);
+    const double left = buffer.time(0) - timeOrigin;
+    const double right = buffer.time(rows - 1) - timeOrigin;
     if (low > high)
         return {left, 0.0, right - left, 0.0};
     // A constant value gets room around it, so its axis still has a scale.

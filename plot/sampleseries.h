@@ -4,11 +4,12 @@
 
 class SampleBuffer;
 
-// One channel of a SampleBuffer as the points of a curve, in the user's current units.
+// One channel of a SampleBuffer as the points of a curve, in the user's current units,
+// with time counted from an origin the plot moves (the latest reply).
 class SampleSeries : public QwtSeriesData<QPointF>
 {
 public:
-    SampleSeries(const SampleBuffer &buffer, int channel);
+    SampleSeries(const SampleBuffer &buffer, int channel, const double &timeOrigin);
 
     size_t size() const override;
     QPointF sample(size_t i) const override;
@@ -18,4 +19,5 @@ public:
 private:
     const SampleBuffer &buffer;
     int channel;
+    const double &timeOrigin;
 };
