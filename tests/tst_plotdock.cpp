@@ -112,12 +112,13 @@ private slots:
         QTest::qWait(100);
         dock.takeFrameTimes();
 
+        // Replies faster than frames: all of them make one frame, and nothing new none.
         feed(dock, 200);
+        size_t frames = 0;
+        QTRY_VERIFY((frames += dock.takeFrameTimes().size()) >= 1);
         QTest::qWait(100);
-        const size_t frames = dock.takeFrameTimes().size();
-        QVERIFY2(frames >= 1 && frames <= 8, qPrintable(QString::number(frames)));
-        QTest::qWait(100);
-        QCOMPARE(dock.takeFrameTimes().size(), size_t(0));
+        frames += dock.takeFrameTimes().size();
+        QCOMPARE(frames, size_t(1));
 
         dock.hide();
         feed(dock, 200, 3'000'000);
