@@ -84,24 +84,6 @@ private slots:
         QVERIFY(actions.first()->isEnabled() && actions.first()->isChecked());
     }
 
-    void followsTheLink()
-    {
-        PlotDock dock;
-        dock.setAvailableChannels(channels(0));
-        dock.setSelectedChannels({"position", "current"});
-        feed(dock, 10);
-        dock.freeze();
-        feed(dock, 10, 1'000'000);
-        QCOMPARE(dock.buffer().size(), 10);
-        dock.clear();
-        QCOMPARE(dock.buffer().size(), 0);
-        feed(dock, 5);
-        QCOMPARE(dock.buffer().size(), 5);
-        dock.setPaused(true);
-        feed(dock, 5, 1'000'000);
-        QCOMPARE(dock.buffer().size(), 5);
-    }
-
     void drawsPerFrameNotPerReply()
     {
         PlotDock dock;
