@@ -6,6 +6,7 @@
 //   bench_plotscreenshots [output folder]
 
 #include "app/mainwindow.h"
+#include "plot/axisrangedialog.h"
 #include "plot/plotdock.h"
 #include "plot/recordingcontroller.h"
 #include "settings/settingsdialog.h"
@@ -170,6 +171,11 @@ int main(int argc, char *argv[])
         std::printf("%s %s\n", plot.exportTo(path) ? "exported" : "FAILED to export",
                     qPrintable(path));
     }
+    AxisRangeDialog axes(&plot);
+    axes.setRanges({true, 0.0, 1.0}, {false, -2.5, 2.5});
+    axes.show();
+    wait(200);
+    save(&axes, "06-axes-dialog");
     mainWindow.recordingController()->linkStopped();
     std::printf("recording: %s\n", qPrintable(folder.filePath("joint.csv")));
     return 0;

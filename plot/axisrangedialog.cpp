@@ -45,21 +45,21 @@ AxisRangeDialog::AxisControls AxisRangeDialog::addAxis(const QString &title)
 
 void AxisRangeDialog::setRanges(const Range &left, const Range &right)
 {
-    show(leftAxis, left);
-    show(rightAxis, right);
+    showRange(leftAxis, left);
+    showRange(rightAxis, right);
 }
 
 AxisRangeDialog::Range AxisRangeDialog::left() const
 {
-    return read(leftAxis);
+    return readRange(leftAxis);
 }
 
 AxisRangeDialog::Range AxisRangeDialog::right() const
 {
-    return read(rightAxis);
+    return readRange(rightAxis);
 }
 
-void AxisRangeDialog::show(const AxisControls &controls, const Range &range)
+void AxisRangeDialog::showRange(const AxisControls &controls, const Range &range)
 {
     controls.autoscale->setChecked(range.autoscale);
     controls.minimum->setValue(range.minimum);
@@ -68,7 +68,7 @@ void AxisRangeDialog::show(const AxisControls &controls, const Range &range)
     controls.maximum->setDisabled(range.autoscale);
 }
 
-AxisRangeDialog::Range AxisRangeDialog::read(const AxisControls &controls)
+AxisRangeDialog::Range AxisRangeDialog::readRange(const AxisControls &controls)
 {
     Range range{controls.autoscale->isChecked(), controls.minimum->value(),
                 controls.maximum->value()};

@@ -33,8 +33,8 @@ private:
     };
 
     AxisControls addAxis(const QString &title);
-    static void show(const AxisControls &controls, const Range &range);
-    static Range read(const AxisControls &controls);
+    static void showRange(const AxisControls &controls, const Range &range);
+    static Range readRange(const AxisControls &controls);
 
     AxisControls leftAxis;
     AxisControls rightAxis;
