@@ -3,13 +3,21 @@
 
 #include "app/parameterfileactions.h"
 #include "device/devicehelper.h"
+#include "device/idevice.h"
+#include "device/physicalquantities.h"
 #include "device/uiregisterhelper.h"
 #include "link/serialhelper.h"
 #include "link/uischeduler.h"
 #include "monitor/linkmonitor.h"
+#include "plot/plotdock.h"
+#include "plot/recordingcontroller.h"
+#include "plot/recordingindicator.h"
 #include "search/searchdialog.h"
 #include "settings/settings.h"
 #include "settings/settingsdialog.h"
+#include "telemetry/registercatalogue.h"
+#include "telemetry/telemetrydecoder.h"
+#include "trace/tracecatalogue.h"
 #include "views/activitydock.h"
 #include "views/linkindicator.h"
 #include "views/registerview.h"
@@ -34,6 +42,10 @@ const QString servoIdKey = QStringLiteral("servoId");
 
 // Room for a title bar and borders, more than most window managers draw.
 const QSize windowDecoration(16, 48);
+// What the plot shows until the user picks: the position against its target, and the
+// current on its own axis.
+const QStringList defaultPlotChannels = {"position", "target-position", "current"};
+const QStringList defaultRightAxisChannels = {"current"};
 
 // Leaves an exchange already under way time to finish before the port goes.
 constexpr int closeDelayMs = 100;
@@ -107,6 +119,7 @@ MainWindow::MainWindow(QWidget *parent)
     ui->actionDisconnect->setEnabled(false);
 
     fillToolBar();
+    setupPlot();
 
     connect(pollingIntervalSpinBox.get(), SIGNAL(valueChanged(int)), this,
             SLOT(on_pollingIntervalSpinBoxValueChanged(int)));
@@ -119,6 +132,7 @@ MainWindow::MainWindow(QWidget *parent)
     connect(searchDialog.get(), SIGNAL(updateId(int)), this, SLOT(on_updateId(int)));
     connect(searchDialog.get(), SIGNAL(updatePortName(QString)), settingsDialog.get(),
             SLOT(on_updatePortName(QString)));
+    connect(settingsDialog.get(), SIGNAL(unitsApplied()), this, SLOT(on_unitsApplied()));
 
     if (!restoreGeometry(settings->value(geometryKey, QByteArray()).toByteArray()))
         fitIntoScreen();
@@ -144,6 +158,7 @@ LinkMonitor *MainWindow::linkMonitor() const
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
+    recording->recorder().stop();
     settings->setValue(geometryKey, saveGeometry());
     settings->setValue(windowStateKey, saveState());
     QMainWindow::closeEvent(event);
@@ -181,6 +196,7 @@ void MainWindow::onDeviceLoaded()
     if (!scheduler || !ui->actionDisconnect->isEnabled())
         return;
     ui->statusBar->showMessage(tr("Connected"));
+    loadTraceChannels();
     scheduler->timerId = scheduler->startTimer(pollingIntervalSpinBox->value(), Qt::CoarseTimer);
     parameterFiles->setLink(scheduler, DeviceHelper::instance()->device(),
                             uint8_t(idSpinBox->value()), pollingIntervalSpinBox->value());
@@ -340,6 +356,91 @@ void MainWindow::startLinkMonitor()
     target.simulated =
         LinkMonitor::isSimulatedPort(target.portName, serialHelper->getSerialPortList());
     monitor->start(target);
+}
+
+void MainWindow::setupPlot()
+{
+    plot = new PlotDock(this);
+    addDockWidget(Qt::BottomDockWidgetArea, plot);
+    plot->hide();
+    QAction *showPlot = plot->toggleViewAction();
+    showPlot->setObjectName(QStringLiteral("actionPlot"));
+    showPlot->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P));
+    ui->menuView->addAction(showPlot);
+
+    QPointer<MainWindow> self(this);
+    auto info = [self](const QByteArray &lastReply) {
+        RecordingInfo info;
+        info.programVersion = QStringLiteral(ZELVAR_VERSION);
+        if (!self)
+            return info;
+        const SettingsDialog::PortSettings port = self->settingsDialog->portSettings();
+        info.portName = port.portName;
+        info.baudRate = port.baudRate;
+        info.servoId = self->idSpinBox->value();
+        if (self->decoder && !lastReply.isEmpty()) {
+            const QByteArray table = TelemetryDecoder::tableOfReply(lastReply);
+            const RegisterCatalogue &catalogue = self->decoder->catalogue();
+            if (const CatalogueEntry *model = catalogue.find(QStringLiteral("Model number")))
+                info.modelNumber = int(TelemetryDecoder::rawValue(table, model->span).value_or(0));
+            if (const CatalogueEntry *firmware = catalogue.find(QStringLiteral("Firmware version")))
+                info.firmwareVersion =
+                    int(TelemetryDecoder::rawValue(table, firmware->span).value_or(0));
+        }
+        return info;
+    };
+    auto columns = [self] {
+        QVector<TraceChannel> columns;
+        if (!self || !self->decoder)
+            return columns;
+        QStringList registers;
+        for (const QString &key : self->plot->selectedChannels()) {
+            if (key.startsWith(TraceCatalogue::registerKeyPrefix))
+                registers.append(key);
+        }
+        return TraceCatalogue(self->decoder).recordingColumns(registers);
+    };
+    recording = new RecordingController(this, info, columns);
+    ui->menuView->addAction(recording->action());
+    plot->addToolBarAction(recording->action());
+    ui->statusBar->addPermanentWidget(new RecordingIndicator(recording->recorder()));
+    followLink(monitor.get());
+}
+
+void MainWindow::followLink(QObject *linkMonitor)
+{
+    connect(linkMonitor, SIGNAL(started()), plot, SLOT(clear()));
+    connect(linkMonitor, SIGNAL(stopped()), plot, SLOT(freeze()));
+    connect(linkMonitor, SIGNAL(lost(QString)), plot, SLOT(freeze()));
+    connect(linkMonitor, SIGNAL(tableReplied(qint64, QByteArray)), plot,
+            SLOT(addTableReply(qint64, QByteArray)));
+    connect(linkMonitor, SIGNAL(started()), recording, SLOT(linkStarted()));
+    connect(linkMonitor, SIGNAL(stopped()), recording, SLOT(linkStopped()));
+    connect(linkMonitor, SIGNAL(lost(QString)), recording, SLOT(linkStopped()));
+    connect(linkMonitor, SIGNAL(tableReplied(qint64, QByteArray)), recording,
+            SLOT(addTableReply(qint64, QByteArray)));
+}
+
+// The channels of the model just identified, in the units chosen now.
+void MainWindow::loadTraceChannels()
+{
+    const std::shared_ptr<IDevice> device = DeviceHelper::instance()->device();
+    if (!device)
+        return;
+    auto units = std::make_shared<PhysicalQuantities>(settingsDialog->units());
+    decoder =
+        std::make_shared<TelemetryDecoder>(std::make_shared<RegisterCatalogue>(*device), units);
+    plot->setAvailableChannels(TraceCatalogue(decoder).channels());
+    if (plot->selectedChannels().isEmpty()) {
+        plot->setSelectedChannels(defaultPlotChannels);
+        plot->setRightAxisChannels(defaultRightAxisChannels);
+    }
+}
+
+void MainWindow::on_unitsApplied()
+{
+    if (decoder)
+        loadTraceChannels();
 }
 
 void MainWindow::setLinkActions(bool linked)

@@ -8,6 +8,7 @@
 class ActivityDock;
 class LinkIndicator;
 class LinkMonitor;
+class PlotDock;
 class QCloseEvent;
 class QLabel;
 class QSpinBox;
@@ -15,8 +16,10 @@ class QTimerEvent;
 class ParameterFileActions;
 class SearchDialog;
 class SerialHelper;
+class RecordingController;
 class Settings;
 class SettingsDialog;
+class TelemetryDecoder;
 class UiRegisterHelper;
 class UiScheduler;
 
@@ -36,6 +39,8 @@ public:
 
     // The one monitor of this window's link; features that watch the link listen to it.
     LinkMonitor *linkMonitor() const;
+    PlotDock *plotDock() const { return plot; }
+    RecordingController *recordingController() const { return recording; }
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -51,6 +56,7 @@ private slots:
     void on_actionReboot_triggered();
     void on_actionReset_triggered();
     void on_servoMoving(int id, int baudRate);
+    void on_unitsApplied();
 
 private:
     // A one-shot servo command and the texts that report it.
@@ -61,6 +67,11 @@ private:
     void fillToolBar();
     void setupLinkFeedback();
     void startLinkMonitor();
+    void setupPlot();
+    // The plot and the recorder follow the monitor's started(), stopped(), lost() and
+    // tableReplied().
+    void followLink(QObject *linkMonitor);
+    void loadTraceChannels();
     void fitIntoScreen();
     void onDeviceLoaded();
     void setLinkActions(bool linked);
@@ -86,4 +97,7 @@ private:
     std::shared_ptr<LinkMonitor> monitor;
     LinkIndicator *linkIndicator = nullptr;
     ActivityDock *activityDock = nullptr;
+    std::shared_ptr<const TelemetryDecoder> decoder;
+    PlotDock *plot = nullptr;
+    RecordingController *recording = nullptr;
 };

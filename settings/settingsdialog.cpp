@@ -204,6 +204,7 @@ void SettingsDialog::apply()
     }
 
     hide();
+    emit unitsApplied();
 }
 
 void SettingsDialog::cancel()

@@ -48,6 +48,10 @@ public:
     PortSettings portSettings() const;
     PhysicalQuantities units() const;
 
+signals:
+    // The user confirmed the dialog; what is shown in units may have to be converted anew.
+    void unitsApplied();
+
 public slots:
     void show();
     void on_updateBaudRate(int baudRate);

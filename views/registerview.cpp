@@ -115,6 +115,11 @@ void RegisterView::updateRegister(quint16 address, quint8 size, quint32 value)
 
 void RegisterView::setRegisterByte(quint16 address, quint8 value)
 {
+    const bool decimal = showsDecimal();
+    ShownByte *shown = address < shownBytes.size() ? &shownBytes[address] : nullptr;
+    if (shown && shown->valueItem && shown->value == value && shown->decimal == decimal &&
+        shown->table->item(shown->row, 1) == shown->valueItem)
+        return;
     const std::shared_ptr<IDevice> device = currentDevice();
     if (!device)
         return;
@@ -126,7 +131,6 @@ void RegisterView::setRegisterByte(quint16 address, quint8 value)
     if (!table || record->row >= table->rowCount())
         return;
 
-    const bool decimal = showsDecimal();
     const int row = record->row;
     const QString texts[] = {formatted(address, decimal), formatted(value, decimal),
                              record->description};
@@ -134,15 +138,17 @@ void RegisterView::setRegisterByte(quint16 address, quint8 value)
     // every cell of the table on every poll, which costs more than all else a reply does.
     const QTableWidgetItem *shownAddress = table->item(row, 0);
     const QTableWidgetItem *shownValue = table->item(row, 1);
-    if (shownAddress && shownValue && shownAddress->text() == texts[0] &&
-        shownValue->text() == texts[1])
-        return;
-    for (int column = 0; column < 3; ++column) {
-        auto *item = new QTableWidgetItem(texts[column]);
-        if (!record->writable)
-            item->setBackground(readOnlyTint);
-        table->setItem(row, column, item);
+    if (!(shownAddress && shownValue && shownAddress->text() == texts[0] &&
+          shownValue->text() == texts[1])) {
+        for (int column = 0; column < 3; ++column) {
+            auto *item = new QTableWidgetItem(texts[column]);
+            if (!record->writable)
+                item->setBackground(readOnlyTint);
+            table->setItem(row, column, item);
+        }
     }
+    if (shown)
+        *shown = {table, row, table->item(row, 1), value, decimal};
 }
 
 QTableWidget *RegisterView::bankTable(unsigned bank) const

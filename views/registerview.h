@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QWidget>
+#include <array>
 
 class QTableWidget;
+class QTableWidgetItem;
 
 namespace Ui {
 class RegisterView;
@@ -36,7 +38,20 @@ public slots:
     void on_deviceLoaded();
 
 private:
+    // Where a register's byte was last put and what it showed, so that a poll repeating it
+    // costs no lookup, no text and no allocation. Only this view creates value items, so an
+    // item still in its cell is one it recorded here.
+    struct ShownByte
+    {
+        QTableWidget *table = nullptr;
+        int row = 0;
+        const QTableWidgetItem *valueItem = nullptr;
+        quint8 value = 0;
+        bool decimal = false;
+    };
+
     void applyTableStyle();
 
     Ui::RegisterView *ui;
+    std::array<ShownByte, 256> shownBytes{};
 };
