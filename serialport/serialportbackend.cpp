@@ -12,3 +12,8 @@ int SerialPortBackend::adapterMarginUs() const
 {
     return EventLoopMarginUs;
 }
+
+int SerialPortBackend::adapterLatencyUs() const
+{
+    return 0;
+}

@@ -27,6 +27,9 @@ public:
     // How long a reply may lag behind its wire time on its way in. By default a few
     // milliseconds, for a bus that answers through a busy event loop.
     virtual int adapterMarginUs() const;
+    // How long the adapter may hold received bytes back once the line has gone quiet,
+    // so that the end of a reply can look like silence. None by default.
+    virtual int adapterLatencyUs() const;
 
 signals:
     void readyRead();
