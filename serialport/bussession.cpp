@@ -211,10 +211,12 @@ void BusSession::sendNext()
     }
 }
 
-// A guard shorter than a timer can time is slept out here, so that back-to-back
-// requests are not held a whole millisecond for a few byte times.
+// A guard shorter than a timer can time is waited out here, so that back-to-back
+// requests are not held a whole millisecond for a few byte times. The shortest are
+// spun out: a sleep that short overshoots by more than it lasts.
 bool BusSession::lineIsQuiet()
 {
+    constexpr qint64 SpinLimitNs = 200'000;
     constexpr qint64 SleepLimitNs = 1'000'000;
     for (;;) {
         // Bytes still unread count as bytes heard now.
@@ -227,7 +229,10 @@ bool BusSession::lineIsQuiet()
             return true;
         if (leftNs > SleepLimitNs)
             return false;
-        std::this_thread::sleep_for(std::chrono::nanoseconds(leftNs));
+        if (leftNs > SpinLimitNs)
+            std::this_thread::sleep_for(std::chrono::nanoseconds(leftNs));
+        else
+            std::this_thread::yield();
     }
 }
 
