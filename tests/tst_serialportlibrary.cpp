@@ -251,8 +251,8 @@ private slots:
     {
         QFETCH(QString, fault);
 
-        // Replies come 3 ms after their request; the timeout at this rate is 8 ms.
-        QVERIFY(open(SilentPort, 57600));
+        // Replies come 10 ms after their request; the timeout at this rate is 31 ms.
+        QVERIFY(open(SilentPort, 9600));
         const auto deliverIn = [this](int ms, const QByteArray &bytes) {
             QTimer::singleShot(ms, Qt::PreciseTimer, port.data(),
                                [this, bytes] { port->deliver(bytes); });
@@ -266,7 +266,7 @@ private slots:
                     port->chunkSize = reply.size();
                     reply += reply;
                 } else if (fault == "late") {
-                    deliverIn(10, reply);
+                    deliverIn(38, reply);
                     return QByteArray();
                 } else if (fault == "noise") {
                     reply += '\x55';
@@ -274,7 +274,7 @@ private slots:
                     reply.prepend(PacketCodec::status(6, 0, "\xAA\xBB"));
                 }
             }
-            deliverIn(3, reply);
+            deliverIn(10, reply);
             return QByteArray();
         });
         bool asked = false;
@@ -289,7 +289,8 @@ private slots:
         QVERIFY(runUntil([this] { return !recorder.records.isEmpty(); }));
         if (!asked)
             readNext();
-        runUntil([] { return false; }, 50);
+        runUntil([this] { return recorder.records.size() >= 2; });
+        runUntil([] { return false; }, 30);
         QCOMPARE(recorder.outcomes().size(), 2);
         QCOMPARE(recorder.outcomes().last(), QStringLiteral("Reply 0 handed"));
         QCOMPARE(replies.last().mid(9, 2), servo->registers.mid(3, 2));
