@@ -143,17 +143,13 @@ void QtSerialPortBackend::onErrorOccurred(QSerialPort::SerialPortError error)
     emit failed(tr("The connection to %1 was lost: %2.").arg(portName, lossReason(error)));
 }
 
-// QSerialPort's own texts for these say little more than "Unknown error".
+// QSerialPort's own texts for these say little more than "Unknown error". A read error
+// gets here only once the other end has hung up.
 QString QtSerialPortBackend::lossReason(QSerialPort::SerialPortError error)
 {
-    switch (error) {
-    case QSerialPort::ReadError:
-        return tr("the port could not be read; the adapter was probably unplugged");
-    case QSerialPort::WriteError:
+    if (error == QSerialPort::WriteError)
         return tr("the port took no more data; the adapter was probably unplugged");
-    default:
-        return tr("the adapter was unplugged or stopped answering");
-    }
+    return tr("the adapter was unplugged or stopped answering");
 }
 
 QString QtSerialPortBackend::openError(QSerialPort::SerialPortError error) const
