@@ -286,15 +286,29 @@ void BusSession::frameInFlight()
             continue;
         }
         const BusRequest &request = *inFlight;
-        // Another servo's answer, a reply of another shape, or bytes right behind the
-        // reply: the line is not in step, and this reply may be a stale one.
+        // Another servo's answer, a reply of another shape, bytes right behind the reply
+        // or a reply sooner than the wire could bring it: the line is not in step, and
+        // this reply may be a stale one.
         if (packet->instruction != Instruction::Status || packet->id != request.id ||
-            packet->parameters.size() != request.replyParameters() || framer.bufferedSize() > 0) {
+            packet->parameters.size() != request.replyParameters() || framer.bufferedSize() > 0 ||
+            cameTooSoon()) {
             spoilInFlight();
             return;
         }
         accept(*packet);
     }
+}
+
+// The request and its reply both take their time on the wire; a twentieth of it is left
+// for a servo whose baud rate is a little off.
+bool BusSession::cameTooSoon() const
+{
+    if (!backend->keepsWireTime())
+        return false;
+    const int replyBytes = PacketCodec::statusPacketSize(inFlight->replyParameters() - 1);
+    const qint64 wireNs =
+        qint64(LinkTiming::wireUs(inFlight->packet.size() + replyBytes, baudRate)) * 1000;
+    return steadyNowNs() - inFlightSentAtNs < wireNs * 19 / 20;
 }
 
 // Adapters that echo what they send put the request itself before its reply.

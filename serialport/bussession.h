@@ -57,6 +57,7 @@ private:
     void processIncoming();
     void frameInFlight();
     bool isEcho(const Packet &packet) const;
+    bool cameTooSoon() const;
     void accept(const Packet &packet);
     void spoilInFlight();
     void disturbLine(qint64 nowNs);

@@ -17,3 +17,8 @@ int SerialPortBackend::adapterLatencyUs() const
 {
     return 0;
 }
+
+bool SerialPortBackend::keepsWireTime() const
+{
+    return true;
+}

@@ -30,6 +30,10 @@ public:
     // How long the adapter may hold received bytes back once the line has gone quiet,
     // so that the end of a reply can look like silence. None by default.
     virtual int adapterLatencyUs() const;
+    // Whether bytes arrive no sooner than the wire can carry them, so that a reply that
+    // comes before it could have crossed the wire is known not to be one. A stand-in
+    // that answers at once says no.
+    virtual bool keepsWireTime() const;
 
 signals:
     void readyRead();

@@ -64,6 +64,8 @@ public:
         return true;
     }
     QByteArray readAll() override { return std::exchange(received, {}); }
+    // Its replies come at once, however long the wire would take.
+    bool keepsWireTime() const override { return false; }
     bool waitForReadyRead(int msecs) override
     {
         if (!opened)
