@@ -296,6 +296,20 @@ private slots:
         QCOMPARE(replies.last().mid(9, 2), servo->registers.mid(3, 2));
     }
 
+    void takesNoReplySoonerThanTheWireCouldBringIt()
+    {
+        // 27 bytes at 9,600 baud take 28 ms; this status of the right shape comes at once,
+        // so it answers something sent before.
+        QVERIFY(open(SilentPort, 9600));
+        port->wireTimed = true;
+        port->setResponder(
+            [](const QByteArray &) { return PacketCodec::status(5, 0, "\x01\x02"); });
+        QVERIFY(library->readData(5, 3, 2, onData()));
+        QVERIFY(runUntil([this] { return !recorder.records.isEmpty(); }));
+        QCOMPARE(recorder.outcomes(), QStringList{"Damaged"});
+        QVERIFY(replies.isEmpty());
+    }
+
     void abandonsUnansweredRequest_data()
     {
         addColumns<int, double, double>({"baudRate", "earliestMs", "latestMs"});

@@ -24,6 +24,7 @@ public:
     int chunkSize = 0;
     // False: writes fail while the port stays open.
     bool writable = true;
+    bool wireTimed = false;
     QByteArrayList written;
 
     // Makes `bytes` arrive, as if the bus had sent them unasked.
@@ -64,8 +65,9 @@ public:
         return true;
     }
     QByteArray readAll() override { return std::exchange(received, {}); }
-    // Its replies come at once, however long the wire would take.
-    bool keepsWireTime() const override { return false; }
+    // Its replies come at once, however long the wire would take, unless told to pass
+    // for a port that keeps wire time.
+    bool keepsWireTime() const override { return wireTimed; }
     bool waitForReadyRead(int msecs) override
     {
         if (!opened)
