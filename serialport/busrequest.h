@@ -16,6 +16,8 @@ struct BusRequest
     QByteArray packet;
     std::function<void()> onData;
     quint64 sequence = 0;
+    // std::chrono::steady_clock, when it was submitted.
+    qint64 submittedAtNs = 0;
 
     // Parameters of the expected status packet, the error byte included.
     int replyParameters() const { return kind == Kind::Read ? 1 + length : 1; }

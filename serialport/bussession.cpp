@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <thread>
 
 namespace {
 
@@ -33,6 +34,9 @@ BusSession::BusSession(unsigned char protocolVersion)
     timeoutTimer.setSingleShot(true);
     timeoutTimer.setTimerType(Qt::PreciseTimer);
     connect(&timeoutTimer, &QTimer::timeout, this, &BusSession::onTimeout);
+    guardTimer.setSingleShot(true);
+    guardTimer.setTimerType(Qt::PreciseTimer);
+    connect(&guardTimer, &QTimer::timeout, this, &BusSession::sendNext);
 }
 
 BusSession::~BusSession()
@@ -77,6 +81,8 @@ QString BusSession::openBackend(const QString &portName, int baudRate)
 void BusSession::close()
 {
     timeoutTimer.stop();
+    guardTimer.stop();
+    quietNeededNs = 0;
     waiting.clear();
     inFlight.reset();
     framer.clear();
@@ -93,6 +99,7 @@ bool BusSession::submit(BusRequest request)
     if (!isOpen())
         return false;
     const quint64 sequence = request.sequence = ++lastSequence;
+    request.submittedAtNs = steadyNowNs();
     if (joinInFlight(request))
         return true;
     enqueue(std::move(request));
@@ -107,12 +114,20 @@ bool BusSession::submitAndWait(BusRequest request)
     if (!submit(std::move(request)))
         return false;
     const quint64 sequence = lastSequence;
-    // No event loop runs here, so the waiting does by hand what the timer and the
-    // readyRead signal do otherwise. Every request ahead is bounded by its own timeout.
+    // No event loop runs here, so the waiting does by hand what the timers and the
+    // readyRead signal do otherwise. Every request ahead is bounded by its own timeout,
+    // and a request held for a quiet line by how long it may be held.
     while (isPending(sequence) && isOpen()) {
         processIncoming();
-        if (!isPending(sequence) || !inFlight)
+        if (!isPending(sequence))
             break;
+        if (!inFlight) {
+            const qint64 guardNs = guardLeftNs();
+            if (guardNs > 0)
+                backend->waitForReadyRead(int((guardNs + 999999) / 1000000));
+            sendNext();
+            continue;
+        }
         const qint64 leftNs = inFlightTimeoutNs - inFlightClock.nsecsElapsed();
         if (leftNs <= 0) {
             abandonInFlight();
@@ -148,6 +163,7 @@ bool BusSession::joinInFlight(BusRequest &request)
     // repeat just as well. Not past a waiting write, whose effect the repeat must see.
     if (!inFlight || !waiting.empty() || !request.supersedes(*inFlight))
         return false;
+    report(*inFlight, BusTransaction::Outcome::Superseded);
     inFlight->sequence = request.sequence;
     inFlight->onData = std::move(request.onData);
     return true;
@@ -167,11 +183,17 @@ void BusSession::enqueue(BusRequest request)
 void BusSession::sendNext()
 {
     while (!inFlight && !waiting.empty() && isOpen()) {
+        if (!lineIsQuiet()) {
+            expireHeldRequests();
+            if (!waiting.empty() && !guardTimer.isActive())
+                guardTimer.start(int((guardLeftNs() + 999999) / 1000000));
+            return;
+        }
+        guardTimer.stop();
         BusRequest request = std::move(waiting.front());
         waiting.pop_front();
-        // Whatever arrived before this request went out cannot be its reply.
-        backend->readAll();
         framer.clear();
+        inFlightSentAtNs = steadyNowNs();
         if (!backend->write(request.packet)) {
             report(request, BusTransaction::Outcome::NotSent);
             continue;
@@ -179,12 +201,54 @@ void BusSession::sendNext()
         const int replyBytes = PacketCodec::statusPacketSize(request.replyParameters() - 1);
         const int timeoutUs = LinkTiming::transactionTimeoutUs(
             request.packet.size(), replyBytes, baudRate, backend->adapterMarginUs());
+        lastReplyBytes = replyBytes;
         inFlight = std::move(request);
         inFlightTimeoutNs = qint64(timeoutUs) * 1000;
         inFlightClock.start();
-        inFlightSentAtNs = steadyNowNs();
-        inFlightSawBytes = false;
+        inFlightBytes = 0;
+        inFlightEchoBytes = 0;
         timeoutTimer.start((timeoutUs + 999) / 1000);
+    }
+}
+
+// A guard shorter than a timer can time is waited out here, so that back-to-back
+// requests are not held a whole millisecond for a few byte times. The shortest are
+// spun out: a sleep that short overshoots by more than it lasts.
+bool BusSession::lineIsQuiet()
+{
+    constexpr qint64 SpinLimitNs = 200'000;
+    constexpr qint64 SleepLimitNs = 1'000'000;
+    for (;;) {
+        // Bytes still unread count as bytes heard now.
+        backend->waitForReadyRead(0);
+        processIncoming();
+        if (!isOpen())
+            return false;
+        const qint64 leftNs = guardLeftNs();
+        if (leftNs <= 0)
+            return true;
+        if (leftNs > SleepLimitNs)
+            return false;
+        if (leftNs > SpinLimitNs)
+            std::this_thread::sleep_for(std::chrono::nanoseconds(leftNs));
+        else
+            std::this_thread::yield();
+    }
+}
+
+qint64 BusSession::guardLeftNs() const
+{
+    return lineActiveAtNs + quietNeededNs - steadyNowNs();
+}
+
+// A line that never goes quiet must not hold requests for ever: each ends with a record.
+void BusSession::expireHeldRequests()
+{
+    constexpr qint64 HoldLimitNs = 1'000'000'000;
+    const qint64 now = steadyNowNs();
+    while (!waiting.empty() && now - waiting.front().submittedAtNs > HoldLimitNs) {
+        report(waiting.front(), BusTransaction::Outcome::NotSent);
+        waiting.pop_front();
     }
 }
 
@@ -193,30 +257,76 @@ void BusSession::processIncoming()
     if (!backend)
         return;
     const QByteArray bytes = backend->readAll();
-    if (!inFlight)
+    if (bytes.isEmpty())
         return;
-    inFlightSawBytes = inFlightSawBytes || !bytes.isEmpty();
+    const qint64 now = steadyNowNs();
+    lineActiveAtNs = now;
+    if (!inFlight) {
+        // Nobody asked: a late or repeated reply, or noise. Whatever follows it is suspect.
+        disturbLine(now);
+        return;
+    }
+    inFlightBytes += bytes.size();
     framer.append(bytes);
+    frameInFlight();
+}
+
+void BusSession::frameInFlight()
+{
     while (inFlight) {
         const auto packet = framer.next();
+        if (framer.takeDiscarded() > 0) {
+            spoilInFlight();
+            return;
+        }
         if (!packet)
-            break;
+            return;
+        if (isEcho(*packet)) {
+            inFlightEchoBytes += inFlight->packet.size();
+            continue;
+        }
+        const BusRequest &request = *inFlight;
+        // Another servo's answer, a reply of another shape, bytes right behind the reply
+        // or a reply sooner than the wire could bring it: the line is not in step, and
+        // this reply may be a stale one.
+        if (packet->instruction != Instruction::Status || packet->id != request.id ||
+            packet->parameters.size() != request.replyParameters() || framer.bufferedSize() > 0 ||
+            cameTooSoon()) {
+            spoilInFlight();
+            return;
+        }
         accept(*packet);
     }
 }
 
+// The request and its reply both take their time on the wire; a twentieth of it is left
+// for a servo whose baud rate is a little off.
+bool BusSession::cameTooSoon() const
+{
+    if (!backend->keepsWireTime())
+        return false;
+    const int replyBytes = PacketCodec::statusPacketSize(inFlight->replyParameters() - 1);
+    const qint64 wireNs =
+        qint64(LinkTiming::wireUs(inFlight->packet.size() + replyBytes, baudRate)) * 1000;
+    return steadyNowNs() - inFlightSentAtNs < wireNs * 19 / 20;
+}
+
+// Adapters that echo what they send put the request itself before its reply.
+bool BusSession::isEcho(const Packet &packet) const
+{
+    return packet.instruction != Instruction::Status &&
+           PacketCodec::encode(packet) == inFlight->packet;
+}
+
 void BusSession::accept(const Packet &packet)
 {
-    const BusRequest &request = *inFlight;
-    // Anything else is an echo, another servo's answer or a stale reply: consumed, dropped.
-    if (packet.instruction != Instruction::Status || packet.id != request.id ||
-        packet.parameters.size() != request.replyParameters())
-        return;
-
     timeoutTimer.stop();
     BusRequest done = std::move(*inFlight);
     inFlight.reset();
     framer.clear();
+    // Anything heard within the settle guard is a repeat or an echo, and restarts it.
+    lineActiveAtNs = steadyNowNs();
+    quietNeededNs = qint64(LinkTiming::settleGuardUs(baudRate, backend->adapterLatencyUs())) * 1000;
     const bool current = done.sequence == lastSequence;
     if (current) {
         handedOver.append(handoverForm(done, packet));
@@ -226,6 +336,26 @@ void BusSession::accept(const Packet &packet)
     report(done, BusTransaction::Outcome::Reply, &packet, current);
     if (!inFlight)
         sendNext();
+}
+
+void BusSession::spoilInFlight()
+{
+    timeoutTimer.stop();
+    const BusRequest done = std::move(*inFlight);
+    inFlight.reset();
+    report(done, BusTransaction::Outcome::Damaged, nullptr, false,
+           inFlightBytes - inFlightEchoBytes);
+    disturbLine(steadyNowNs());
+    sendNext();
+}
+
+void BusSession::disturbLine(qint64 nowNs)
+{
+    framer.clear();
+    lineActiveAtNs = std::max(lineActiveAtNs, nowNs);
+    const int guardUs =
+        LinkTiming::recoveryGuardUs(lastReplyBytes, baudRate, backend->adapterMarginUs());
+    quietNeededNs = std::max(quietNeededNs, qint64(guardUs) * 1000);
 }
 
 void BusSession::onTimeout()
@@ -247,11 +377,15 @@ void BusSession::onTimeout()
 void BusSession::abandonInFlight()
 {
     timeoutTimer.stop();
-    if (inFlight)
-        report(*inFlight, inFlightSawBytes ? BusTransaction::Outcome::Damaged
-                                           : BusTransaction::Outcome::Timeout);
+    if (inFlight) {
+        const int stray = inFlightBytes - inFlightEchoBytes;
+        report(*inFlight,
+               stray > 0 ? BusTransaction::Outcome::Damaged : BusTransaction::Outcome::Timeout,
+               nullptr, false, stray);
+    }
     inFlight.reset();
-    framer.clear();
+    // Its reply may still come, late.
+    disturbLine(steadyNowNs());
     sendNext();
 }
 
@@ -260,8 +394,11 @@ void BusSession::onBackendFailed(const QString &reason)
     // The backend has closed itself; later requests fail until the port is opened again.
     lost = {portName, reason};
     timeoutTimer.stop();
+    guardTimer.stop();
     if (inFlight)
         report(*inFlight, BusTransaction::Outcome::PortLost);
+    for (const BusRequest &request : waiting)
+        report(request, BusTransaction::Outcome::PortLost);
     waiting.clear();
     inFlight.reset();
     framer.clear();
@@ -283,7 +420,7 @@ void BusSession::setObserver(TransactionObserver *observer)
 }
 
 void BusSession::report(const BusRequest &request, BusTransaction::Outcome outcome,
-                        const Packet *reply, bool handedOver) const
+                        const Packet *reply, bool handedOver, int discardedBytes) const
 {
     if (!observer)
         return;
@@ -297,8 +434,11 @@ void BusSession::report(const BusRequest &request, BusTransaction::Outcome outco
     transaction.outcome = outcome;
     transaction.handedOver = handedOver;
     transaction.request = request.packet;
+    transaction.discardedBytes = discardedBytes;
+    const bool onTheWire = inFlight && inFlight->sequence == request.sequence;
     const bool wentOut = outcome != BusTransaction::Outcome::Superseded &&
-                         outcome != BusTransaction::Outcome::NotSent;
+                         outcome != BusTransaction::Outcome::NotSent &&
+                         (outcome != BusTransaction::Outcome::PortLost || onTheWire);
     if (wentOut) {
         transaction.sentAtNs = inFlightSentAtNs;
         transaction.endedAtNs = steadyNowNs();

@@ -20,6 +20,10 @@ struct Packet;
 // wire at a time; later ones wait their turn, or ride on the read on the wire when they
 // repeat it, and only the reply to the most recent request is handed over, so that a
 // caller counting reply bytes stays in step.
+// Replies carry no sequence number, so the session keeps the line in step by time: a
+// request goes out only once the line has been quiet for a guard, and a reply counts
+// only if nothing else arrived with it. Whatever breaks the rule (a timeout, a bad
+// frame, stray bytes) lengthens the next guard until any late or repeated reply is over.
 class BusSession : public QObject
 {
     Q_OBJECT
@@ -54,14 +58,23 @@ private:
     bool joinInFlight(BusRequest &request);
     void enqueue(BusRequest request);
     void sendNext();
+    bool lineIsQuiet();
+    qint64 guardLeftNs() const;
+    void expireHeldRequests();
     void processIncoming();
+    void frameInFlight();
+    bool isEcho(const Packet &packet) const;
+    bool cameTooSoon() const;
     void accept(const Packet &packet);
+    void spoilInFlight();
+    void disturbLine(qint64 nowNs);
     void onTimeout();
     void abandonInFlight();
     void onBackendFailed(const QString &reason);
     bool isPending(quint64 sequence) const;
     void report(const BusRequest &request, BusTransaction::Outcome outcome,
-                const Packet *reply = nullptr, bool handedOver = false) const;
+                const Packet *reply = nullptr, bool handedOver = false,
+                int discardedBytes = 0) const;
     static QByteArray statusPacket(const Packet &packet);
     static QByteArray handoverForm(const BusRequest &request, const Packet &packet);
 
@@ -74,10 +87,18 @@ private:
     std::optional<BusRequest> inFlight;
     QElapsedTimer inFlightClock;
     qint64 inFlightSentAtNs = 0;
-    bool inFlightSawBytes = false;
+    int inFlightBytes = 0;
+    int inFlightEchoBytes = 0;
     TransactionObserver *observer = nullptr;
     qint64 inFlightTimeoutNs = 0;
     QTimer timeoutTimer;
+    // The line must have been quiet for quietNeededNs since lineActiveAtNs (steady clock)
+    // before a request goes out.
+    qint64 lineActiveAtNs = 0;
+    qint64 quietNeededNs = 0;
+    // Expected reply size of the request sent last: what a stray reply most likely is.
+    int lastReplyBytes = 0;
+    QTimer guardTimer;
     quint64 lastSequence = 0;
     QByteArray handedOver;
     // Why the port was last lost, kept for the next open of that port.

@@ -6,6 +6,7 @@
 
 #ifdef Q_OS_LINUX
 #include <linux/serial.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 #endif
@@ -20,6 +21,9 @@ constexpr int LowLatencyMarginUs = 2000;
 constexpr int PseudoTerminalMarginUs = 10000;
 // USB adapters that refuse low-latency mode hold replies back for up to 16 ms.
 constexpr int BufferedMarginUs = 18000;
+// What a USB adapter holds back once the line is quiet: its latency timer.
+constexpr int LowLatencyUsbLatencyUs = 1000;
+constexpr int BufferedUsbLatencyUs = 16000;
 
 bool isUsbAdapter(const QString &devicePath)
 {
@@ -62,7 +66,7 @@ QString QtSerialPortBackend::open(int baudRate)
         return tr("Cannot open %1: the port refused 8 data bits, no parity, 1 stop bit (%2).")
             .arg(portName, reason);
     }
-    marginUs = marginFor(requestLowLatency());
+    settleTiming(requestLowLatency());
     port.clear();
     return {};
 }
@@ -106,12 +110,19 @@ QString QtSerialPortBackend::devicePath() const
     return resolved.isEmpty() ? location : resolved;
 }
 
-int QtSerialPortBackend::marginFor(bool lowLatency) const
+void QtSerialPortBackend::settleTiming(bool lowLatency)
 {
     const QString device = devicePath();
-    if (device.startsWith(QLatin1String("/dev/pts/")))
-        return PseudoTerminalMarginUs;
-    return lowLatency || !isUsbAdapter(device) ? LowLatencyMarginUs : BufferedMarginUs;
+    if (device.startsWith(QLatin1String("/dev/pts/"))) {
+        marginUs = PseudoTerminalMarginUs;
+        latencyUs = 0;
+    } else if (!isUsbAdapter(device)) {
+        marginUs = LowLatencyMarginUs;
+        latencyUs = 0;
+    } else {
+        marginUs = lowLatency ? LowLatencyMarginUs : BufferedMarginUs;
+        latencyUs = lowLatency ? LowLatencyUsbLatencyUs : BufferedUsbLatencyUs;
+    }
 }
 
 void QtSerialPortBackend::onErrorOccurred(QSerialPort::SerialPortError error)
@@ -121,10 +132,24 @@ void QtSerialPortBackend::onErrorOccurred(QSerialPort::SerialPortError error)
     if (error != QSerialPort::ResourceError && error != QSerialPort::ReadError &&
         error != QSerialPort::WriteError)
         return;
+    // A read notification for bytes that an earlier poll already took finds nothing and
+    // reads as an error; the port is fine.
+    if (error == QSerialPort::ReadError && !isHungUp()) {
+        port.clearError();
+        return;
+    }
     // Left open, QSerialPort reports the same error again and again from its notifier.
-    const QString reason = port.errorString();
     port.close();
-    emit failed(tr("The connection to %1 was lost: %2.").arg(portName, reason));
+    emit failed(tr("The connection to %1 was lost: %2.").arg(portName, lossReason(error)));
+}
+
+// QSerialPort's own texts for these say little more than "Unknown error". A read error
+// gets here only once the other end has hung up.
+QString QtSerialPortBackend::lossReason(QSerialPort::SerialPortError error)
+{
+    if (error == QSerialPort::WriteError)
+        return tr("the port took no more data; the adapter was probably unplugged");
+    return tr("the adapter was unplugged or stopped answering");
 }
 
 QString QtSerialPortBackend::openError(QSerialPort::SerialPortError error) const
@@ -144,9 +169,25 @@ QString QtSerialPortBackend::openError(QSerialPort::SerialPortError error) const
     }
     case QSerialPort::OpenError:
         return tr("Cannot open %1: the port is already open.").arg(portName);
+    case QSerialPort::UnknownError:
+        return tr("Cannot open %1: the system gave no reason. Unplug the adapter, plug it "
+                  "in again and retry.")
+            .arg(portName);
     default:
         return tr("Cannot open %1: %2.").arg(portName, port.errorString());
     }
+}
+
+bool QtSerialPortBackend::isHungUp() const
+{
+#ifdef Q_OS_LINUX
+    pollfd descriptor{int(port.handle()), POLLIN, 0};
+    if (descriptor.fd < 0 || poll(&descriptor, 1, 0) < 0)
+        return true;
+    return descriptor.revents & (POLLHUP | POLLERR | POLLNVAL);
+#else
+    return true;
+#endif
 }
 
 bool QtSerialPortBackend::requestLowLatency()

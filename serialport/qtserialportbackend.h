@@ -21,15 +21,19 @@ public:
     bool waitForReadyRead(int msecs) override;
     // Settled once the port is open: the kind of port does not change while it is.
     int adapterMarginUs() const override { return marginUs; }
+    int adapterLatencyUs() const override { return latencyUs; }
 
 private:
     void onErrorOccurred(QSerialPort::SerialPortError error);
     QString openError(QSerialPort::SerialPortError error) const;
     bool requestLowLatency();
+    bool isHungUp() const;
     QString devicePath() const;
-    int marginFor(bool lowLatency) const;
+    void settleTiming(bool lowLatency);
+    static QString lossReason(QSerialPort::SerialPortError error);
 
     QSerialPort port;
     QString portName;
     int marginUs = 0;
+    int latencyUs = 0;
 };

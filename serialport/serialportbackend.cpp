@@ -12,3 +12,13 @@ int SerialPortBackend::adapterMarginUs() const
 {
     return EventLoopMarginUs;
 }
+
+int SerialPortBackend::adapterLatencyUs() const
+{
+    return 0;
+}
+
+bool SerialPortBackend::keepsWireTime() const
+{
+    return true;
+}

@@ -24,7 +24,16 @@ ReplyQueue::ReplyQueue(std::function<qint64()> clock, QObject *parent)
 
 void ReplyQueue::schedule(const std::vector<BusReply> &replies)
 {
-    pending.insert(pending.end(), replies.begin(), replies.end());
+    for (const BusReply &reply : replies) {
+        const bool early = reply.bytes.size() > 1 && reply.firstByteNanoseconds > 0 &&
+                           reply.firstByteNanoseconds < reply.dueNanoseconds;
+        if (early) {
+            pending.push_back({reply.bytes.left(1), reply.firstByteNanoseconds});
+            pending.push_back({reply.bytes.mid(1), reply.dueNanoseconds});
+        } else {
+            pending.push_back(reply);
+        }
+    }
     std::stable_sort(pending.begin(), pending.end(), [](const BusReply &a, const BusReply &b) {
         return a.dueNanoseconds < b.dueNanoseconds;
     });

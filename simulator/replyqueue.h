@@ -8,7 +8,8 @@
 
 // Replies on their way to the host: each becomes readable at its due time, which a
 // single-shot timer in the owner's thread announces, sleeping out at most the last
-// 1.2 ms for precision.
+// 1.2 ms for precision. A reply's first byte comes ahead of the rest, when it has
+// crossed the wire, so that a host can hear the line go busy as on a real bus.
 class ReplyQueue : public QObject
 {
     Q_OBJECT

@@ -180,9 +180,12 @@ std::vector<BusReply> VirtualBus::damage(const std::vector<Station *> &senders,
     }
     if (strikes(senders, BusFault::Late))
         due += LateReplyNanoseconds;
-    std::vector<BusReply> result{{bytes, due}};
+    const qint64 byteTime = wireNanoseconds(1, hostBaudRate);
+    const qint64 wholeTime = wireNanoseconds(bytes.size(), hostBaudRate);
+    std::vector<BusReply> result{{bytes, due, due - wholeTime + byteTime}};
+    // The repeat starts on the wire the moment the reply ends.
     if (strikes(senders, BusFault::Twice))
-        result.push_back({bytes, due + wireNanoseconds(bytes.size(), hostBaudRate)});
+        result.push_back({bytes, due + wholeTime, due + byteTime});
     return result;
 }
 

@@ -13,11 +13,13 @@ class BusClock;
 class VirtualServo;
 struct Packet;
 
-// Bytes that a host will see on the bus, and when they have finished arriving.
+// Bytes that a host will see on the bus, when the first of them has arrived and when
+// they have finished arriving.
 struct BusReply
 {
     QByteArray bytes;
     qint64 dueNanoseconds = 0;
+    qint64 firstByteNanoseconds = 0;
 };
 
 // A half-duplex bus of simulated servos. It decides who answers a request, what the

@@ -92,6 +92,11 @@ private slots:
         const QByteArray b = PacketCodec::status(2, 0, hex("30"));
         QByteArray badCrc = PacketCodec::status(9, 0, hex("40"));
         badCrc[badCrc.size() - 1] = char(badCrc.back() ^ 0x01);
+        // Its CRC is right, but a sender that stuffs would have put FD after FF FF FD.
+        QByteArray unstuffed = hex("FF FF FD 00 07 08 00 55 00 FF FF FD 00");
+        const quint16 crc = PacketCodec::crc16(unstuffed);
+        unstuffed += char(crc & 0xFF);
+        unstuffed += char(crc >> 8);
 
         // clang-format off
         QTest::newRow("garbage before") << hex("00 13 FF FD 00 FF") + a << QList<int>{1};
@@ -101,6 +106,7 @@ private slots:
         QTest::newRow("header with too short length") << hex("FF FF FD 00 01 02 00") + b << QList<int>{2};
         QTest::newRow("header that cannot carry an id") << hex("FF FF FD 00 FF 03 00") + b << QList<int>{2};
         QTest::newRow("truncated packet then a whole one") << b.left(b.size() - 3) + a << QList<int>{1};
+        QTest::newRow("unstuffed header inside a body") << unstuffed + a << QList<int>{1};
         QTest::newRow("header claiming more than arrives") << hex("FF FF FD 00 01 90 01 55") + a + b << QList<int>{1, 2};
         // clang-format on
     }

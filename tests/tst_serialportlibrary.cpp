@@ -4,6 +4,7 @@
 #include "scriptedportprovider.h"
 #include "scriptedservo.h"
 #include "serialportitem.h"
+#include "transactionobserver.h"
 #include "zelvarserialportinterface.h"
 
 #include <QtTest>
@@ -25,6 +26,34 @@ ScriptedPortBackend::Responder answerOnly(quint8 instruction)
         return quint8(bytes.at(7)) == instruction ? PacketCodec::status(5, 0) : QByteArray();
     };
 }
+
+// Every record and loss the library reports, in order.
+struct Recorder : TransactionObserver
+{
+    QList<BusTransaction> records;
+    QStringList losses;
+
+    void transactionEnded(const BusTransaction &transaction) override
+    {
+        records.append(transaction);
+    }
+    void portLost(const QString &reason) override { losses.append(reason); }
+
+    // "Reply 7 handed", "Timeout", ...: what a link monitor would tell apart.
+    QStringList outcomes() const
+    {
+        static const char *const names[] = {"Reply",      "Timeout", "Damaged",
+                                            "Superseded", "NotSent", "PortLost"};
+        QStringList result;
+        for (const BusTransaction &t : records) {
+            QString text = names[int(t.outcome)];
+            if (t.outcome == BusTransaction::Outcome::Reply)
+                text += QString(" %1%2").arg(t.error).arg(t.handedOver ? " handed" : "");
+            result.append(text);
+        }
+        return result;
+    }
+};
 
 } // namespace
 
@@ -50,7 +79,10 @@ private slots:
         for (int i = 0; i < servo->registers.size(); ++i)
             servo->registers[i] = char(0xF0 ^ i);
         library = std::make_unique<ZelvarSerialPortInterface>(nullptr, 2);
+        library->setTransactionObserver(&recorder);
         replies.clear();
+        recorder.records.clear();
+        recorder.losses.clear();
     }
 
     void cleanup() { library.reset(); }
@@ -99,32 +131,185 @@ private slots:
 
     void handsOverWholeValidRepliesOnly_data()
     {
-        addColumns<int, int, QByteArray>({"chunkSize", "length", "noise"});
+        addColumns<int, int, QByteArray, QByteArray, bool>(
+            {"chunkSize", "length", "before", "after", "handedOver"});
 
-        QTest::newRow("byte by byte") << 1 << 4 << QByteArray();
-        QTest::newRow("in one piece") << 0 << 255 << QByteArray();
-        QTest::newRow("after another servo's") << 0 << 2 << PacketCodec::status(6, 0, "\x01\x02");
-        QTest::newRow("after a wrong length") << 3 << 2 << PacketCodec::status(5, 0, "\x01");
-        QTest::newRow("after an instruction echo") << 0 << 2 << PacketCodec::read(5, 0, 2);
+        const QByteArray none;
+        QTest::newRow("byte by byte") << 1 << 4 << none << none << true;
+        QTest::newRow("in one piece") << 0 << 255 << none << none << true;
+        QTest::newRow("after an instruction echo")
+            << 0 << 2 << PacketCodec::read(5, 0, 2) << none << true;
+        // The line is out of step: the reply may be a stale one.
+        QTest::newRow("after another servo's")
+            << 0 << 2 << PacketCodec::status(6, 0, "\x01\x02") << none << false;
+        QTest::newRow("after a wrong length")
+            << 3 << 2 << PacketCodec::status(5, 0, "\x01") << none << false;
+        QTest::newRow("after noise") << 0 << 2 << QByteArray("\x13\x00", 2) << none << false;
+        QTest::newRow("with bytes right behind")
+            << 0 << 2 << none << QByteArray("\xFF", 1) << false;
     }
 
     void handsOverWholeValidRepliesOnly()
     {
         QFETCH(int, chunkSize);
         QFETCH(int, length);
-        QFETCH(QByteArray, noise);
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArray, after);
+        QFETCH(bool, handedOver);
 
         QVERIFY(open(SilentPort));
         port->chunkSize = chunkSize;
         QVERIFY(library->readData(5, 0, quint8(length), onData()));
         // Register values that need stuffing on the wire, handed over without it.
         const QByteArray data = QByteArray("\xFF\xFF\xFD", 3).repeated(85).left(length);
-        port->deliver(noise + PacketCodec::status(5, 0x80, data));
+        port->deliver(before + PacketCodec::status(5, 0x80, data) + after);
+        if (!handedOver) {
+            QTest::qWait(20);
+            QCOMPARE(replies.size(), 0);
+            return;
+        }
         QTRY_COMPARE(replies.size(), 1);
         QCOMPARE(replies[0].size(), length + 11);
         QCOMPARE(replies[0].left(9), QByteArray("\xFF\xFF\xFD\x00\x05", 5) + char(length + 4) +
                                          char((length + 4) >> 8) + "\x55\x80");
         QCOMPARE(replies[0].mid(9, length), data);
+    }
+
+    void reportsEveryRequestOnce_data()
+    {
+        // Requests: r reads 4 bytes at 0, R 2 bytes at 3, w writes one byte; ! loses the port.
+        addColumns<QString, QString, QStringList>({"answer", "requests", "records"});
+
+        QTest::newRow("poll") << "servo"
+                              << "r" << QStringList{"Reply 0 handed"};
+        QTest::newRow("refused write") << "access error"
+                                       << "w" << QStringList{"Reply 7 handed"};
+        QTest::newRow("timeout") << "nothing"
+                                 << "r" << QStringList{"Timeout"};
+        QTest::newRow("damaged reply") << "bad crc"
+                                       << "r" << QStringList{"Damaged"};
+        // The first R waits behind the write and is replaced by the second before it goes out.
+        QTest::newRow("superseded read")
+            << "servo"
+            << "rwRR" << QStringList{"Superseded", "Reply 0", "Reply 0", "Reply 0 handed"};
+        QTest::newRow("lost port") << "nothing"
+                                   << "rw!" << QStringList{"PortLost", "PortLost"};
+    }
+
+    void reportsEveryRequestOnce()
+    {
+        QFETCH(QString, answer);
+        QFETCH(QString, requests);
+        QFETCH(QStringList, records);
+
+        QVERIFY(open(ServoPort));
+        port->setResponder([this, answer](const QByteArray &bytes) -> QByteArray {
+            if (answer == "nothing")
+                return {};
+            if (answer == "access error")
+                return PacketCodec::status(5, ServoError::Access);
+            QByteArray reply = servo->respond(bytes);
+            if (answer == "bad crc")
+                reply[reply.size() - 1] = char(reply.back() ^ 0x01);
+            return reply;
+        });
+        for (const QChar request : requests) {
+            if (request == 'r')
+                QVERIFY(library->readData(5, 0, 4, onData()));
+            else if (request == 'R')
+                QVERIFY(library->readData(5, 3, 2, onData()));
+            else if (request == 'w')
+                QVERIFY(library->writeData(5, 60, "\x2A", onData()));
+            else
+                port->fail("The connection to scripted-servo was lost: unplugged.");
+        }
+        QTRY_COMPARE(recorder.outcomes(), records);
+        const bool lost = requests.endsWith('!');
+        QCOMPARE(recorder.losses.size(), lost ? 1 : 0);
+        for (const BusTransaction &record : recorder.records) {
+            QCOMPARE(record.id, quint8(5));
+            const bool wentOut = record.outcome != BusTransaction::Outcome::Superseded &&
+                                 (!lost || &record == &recorder.records.first());
+            QCOMPARE(record.sentAtNs != 0, wentOut);
+            QCOMPARE(record.reply.isEmpty(), record.outcome != BusTransaction::Outcome::Reply);
+        }
+        QCOMPARE(recorder.records.first().discardedBytes > 0,
+                 recorder.records.first().outcome == BusTransaction::Outcome::Damaged);
+    }
+
+    // Replies carry no sequence number: what the line brings out of turn must not pass
+    // for the answer to the next request, sent the moment the previous one has ended.
+    void handsNoReplyToALaterRequest_data()
+    {
+        QTest::addColumn<QString>("fault");
+
+        QTest::newRow("repeated reply") << "twice";
+        QTest::newRow("reply after its timeout") << "late";
+        QTest::newRow("noise behind a reply") << "noise";
+        QTest::newRow("another servo's reply first") << "foreign";
+    }
+
+    void handsNoReplyToALaterRequest()
+    {
+        QFETCH(QString, fault);
+
+        // Replies come 10 ms after their request; the timeout at this rate is 31 ms.
+        QVERIFY(open(SilentPort, 9600));
+        const auto deliverIn = [this](int ms, const QByteArray &bytes) {
+            QTimer::singleShot(ms, Qt::PreciseTimer, port.data(),
+                               [this, bytes] { port->deliver(bytes); });
+        };
+        bool spoiled = false;
+        port->setResponder([&](const QByteArray &bytes) {
+            QByteArray reply = servo->respond(bytes);
+            if (!std::exchange(spoiled, true)) {
+                if (fault == "twice") {
+                    // The repeat follows the reply on the wire, one piece behind it.
+                    port->chunkSize = reply.size();
+                    reply += reply;
+                } else if (fault == "late") {
+                    deliverIn(38, reply);
+                    return QByteArray();
+                } else if (fault == "noise") {
+                    reply += '\x55';
+                } else {
+                    reply.prepend(PacketCodec::status(6, 0, "\xAA\xBB"));
+                }
+            }
+            deliverIn(10, reply);
+            return QByteArray();
+        });
+        bool asked = false;
+        const auto readNext = [&] {
+            asked = true;
+            QVERIFY(library->readData(5, 3, 2, onData()));
+        };
+        QVERIFY(library->readData(5, 0, 2, [&] {
+            replies.append(library->readPendingSerialData());
+            readNext();
+        }));
+        QVERIFY(runUntil([this] { return !recorder.records.isEmpty(); }));
+        if (!asked)
+            readNext();
+        runUntil([this] { return recorder.records.size() >= 2; });
+        runUntil([] { return false; }, 30);
+        QCOMPARE(recorder.outcomes().size(), 2);
+        QCOMPARE(recorder.outcomes().last(), QStringLiteral("Reply 0 handed"));
+        QCOMPARE(replies.last().mid(9, 2), servo->registers.mid(3, 2));
+    }
+
+    void takesNoReplySoonerThanTheWireCouldBringIt()
+    {
+        // 27 bytes at 9,600 baud take 28 ms; this status of the right shape comes at once,
+        // so it answers something sent before.
+        QVERIFY(open(SilentPort, 9600));
+        port->wireTimed = true;
+        port->setResponder(
+            [](const QByteArray &) { return PacketCodec::status(5, 0, "\x01\x02"); });
+        QVERIFY(library->readData(5, 3, 2, onData()));
+        QVERIFY(runUntil([this] { return !recorder.records.isEmpty(); }));
+        QCOMPARE(recorder.outcomes(), QStringList{"Damaged"});
+        QVERIFY(replies.isEmpty());
     }
 
     void abandonsUnansweredRequest_data()
@@ -145,16 +330,14 @@ private slots:
 
         QVERIFY(open(SilentPort, baudRate));
         port->setResponder(answerOnly(Instruction::Write));
-        QElapsedTimer clock;
-        clock.start();
         QVERIFY(library->readData(5, 0, 118, onData()));
         QVERIFY(library->writeData(5, 20, "\x09", onData()));
         QCOMPARE(port->written.size(), 1);
-        // Not QTRY: its waits sleep 10 ms at a time, longer than the timeout itself.
-        while (replies.isEmpty() && clock.elapsed() < 1000)
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        const double elapsedMs = clock.nsecsElapsed() / 1e6;
+        runUntil([this] { return !replies.isEmpty(); });
         QCOMPARE(replies, QByteArrayList{ShortStatus});
+        QCOMPARE(recorder.records.first().outcome, BusTransaction::Outcome::Timeout);
+        const double elapsedMs =
+            (recorder.records.first().endedAtNs - recorder.records.first().sentAtNs) / 1e6;
         QVERIFY2(elapsedMs >= earliestMs && elapsedMs < latestMs,
                  qPrintable(QString("given up after %1 ms").arg(elapsedMs)));
     }
@@ -354,6 +537,16 @@ private slots:
     }
 
 private:
+    // Not QTRY: its waits sleep 10 ms at a time, longer than the timeouts here.
+    static bool runUntil(const std::function<bool()> &done, int ms = 1000)
+    {
+        QElapsedTimer clock;
+        clock.start();
+        while (!done() && clock.elapsed() < ms)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
+        return done();
+    }
+
     std::function<void()> onData()
     {
         return [this] { replies.append(library->readPendingSerialData()); };
@@ -371,6 +564,7 @@ private:
     std::unique_ptr<ZelvarSerialPortInterface> library;
     QPointer<ScriptedPortBackend> port;
     QByteArrayList replies;
+    Recorder recorder;
 };
 
 QTEST_GUILESS_MAIN(TestSerialPortLibrary)

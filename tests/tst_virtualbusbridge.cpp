@@ -1,4 +1,5 @@
 #include "bridgefolder.h"
+#include "transactionobserver.h"
 #include "zelvarserialportinterface.h"
 
 #include <QProcess>
@@ -62,6 +63,13 @@ private slots:
 
     void bridgeEndingClosesThePort()
     {
+        struct LossListener : TransactionObserver
+        {
+            QStringList reasons;
+            void transactionEnded(const BusTransaction &) override {}
+            void portLost(const QString &reason) override { reasons.append(reason); }
+        } listener;
+        port.setTransactionObserver(&listener);
         bridge.kill();
         QVERIFY(bridge.waitForFinished(10000));
         const std::clock_t before = std::clock();
@@ -73,6 +81,11 @@ private slots:
         QVERIFY(!port.readData(0, 0, 2, [&] { called = true; }));
         QTest::qWait(200);
         QVERIFY(!called);
+        // Told as it happens, in words a user can act on.
+        QCOMPARE(listener.reasons.size(), 1);
+        QVERIFY2(listener.reasons.first().contains("unplugged"),
+                 qPrintable(listener.reasons.first()));
+        port.setTransactionObserver(nullptr);
     }
 
 private:

@@ -27,6 +27,13 @@ public:
     // How long a reply may lag behind its wire time on its way in. By default a few
     // milliseconds, for a bus that answers through a busy event loop.
     virtual int adapterMarginUs() const;
+    // How long the adapter may hold received bytes back once the line has gone quiet,
+    // so that the end of a reply can look like silence. None by default.
+    virtual int adapterLatencyUs() const;
+    // Whether bytes arrive no sooner than the wire can carry them, so that a reply that
+    // comes before it could have crossed the wire is known not to be one. A stand-in
+    // that answers at once says no.
+    virtual bool keepsWireTime() const;
 
 signals:
     void readyRead();

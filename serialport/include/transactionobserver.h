@@ -9,11 +9,14 @@
 struct ZELVAR_SERIALPORT_EXPORT BusTransaction
 {
     enum class Outcome {
-        Reply,      // a status packet answered it; `error` may still be non-zero
-        Timeout,    // nothing arrived within its time
-        Damaged,    // bytes arrived within its time, but no valid reply among them
-        Superseded, // a newer identical read took its place before it went out
-        NotSent,    // the port did not take the bytes
+        Reply,   // a status packet answered it; `error` may still be non-zero
+        Timeout, // nothing arrived within its time
+        // Bytes arrived within its time that were not its reply alone: a frame that failed
+        // its CRC or framing, another frame, or bytes before, inside or right after the
+        // reply. Nothing is handed over, since the line was out of step.
+        Damaged,
+        Superseded, // a newer identical read took its place before its reply came
+        NotSent,    // the port did not take the bytes, or the line never went quiet
         PortLost,   // the port went while it was waiting or on the wire
     };
 
@@ -30,6 +33,8 @@ struct ZELVAR_SERIALPORT_EXPORT BusTransaction
     qint64 endedAtNs = 0;
     QByteArray request;
     QByteArray reply; // the status packet, unstuffed; empty when none came
+    // Bytes that arrived within it and were neither its reply nor an echo of it.
+    int discardedBytes = 0;
 };
 
 // Told of every transaction once it has ended, on the thread that drives the port, after

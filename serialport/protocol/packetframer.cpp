@@ -82,6 +82,9 @@ PacketFramer::Check PacketFramer::checkPacketAt(int index) const
     const quint16 expected = le16At(buffer, index + total - 2);
     if (PacketCodec::crc16(buffer.constData() + index, total - 2) != expected)
         return Check::Invalid;
+    // The CRC covers such a body, but no sender that stuffs would produce it.
+    if (hasUnstuffedHeader(index + PacketCodec::PrefixSize, index + total - 2))
+        return Check::Invalid;
     return Check::Valid;
 }
 
@@ -104,6 +107,20 @@ bool PacketFramer::completePacketAfterStart() const
     return false;
 }
 
+// FF FF FD in [from, to) not followed by the stuffing FD.
+bool PacketFramer::hasUnstuffedHeader(int from, int to) const
+{
+    for (int i = from; i + 2 < to; ++i) {
+        if (quint8(buffer[i]) == 0xFF && quint8(buffer[i + 1]) == 0xFF &&
+            quint8(buffer[i + 2]) == 0xFD) {
+            if (i + 3 >= to || quint8(buffer[i + 3]) != 0xFD)
+                return true;
+            i += 3;
+        }
+    }
+    return false;
+}
+
 void PacketFramer::clear()
 {
     buffer.clear();
@@ -111,6 +128,8 @@ void PacketFramer::clear()
 
 void PacketFramer::discard(int count)
 {
-    if (count > 0)
+    if (count > 0) {
         buffer.remove(0, count);
+        discarded += count;
+    }
 }

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <optional>
+#include <utility>
 
 // Cuts a byte stream into whole, CRC-checked, unstuffed packets. It owns no port:
 // feed it whatever arrived and take packets out until it has none.
@@ -20,6 +21,8 @@ public:
     void clear();
 
     int bufferedSize() const { return buffer.size(); }
+    // Bytes dropped as no part of a packet since the last call.
+    int takeDiscarded() { return std::exchange(discarded, 0); }
 
 private:
     enum class Check { Valid, Invalid, Incomplete };
@@ -27,7 +30,9 @@ private:
     Check checkPacketAt(int index) const;
     int nextHeaderFrom(int index) const;
     bool completePacketAfterStart() const;
+    bool hasUnstuffedHeader(int from, int to) const;
     void discard(int count);
 
     QByteArray buffer;
+    int discarded = 0;
 };

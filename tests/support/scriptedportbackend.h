@@ -28,6 +28,7 @@ public:
     std::function<bool(int baudRate)> refusesRate;
     // The rate it was last opened at.
     int baudRate = 0;
+    bool wireTimed = false;
     QByteArrayList written;
 
     // Makes `bytes` arrive, as if the bus had sent them unasked.
@@ -71,6 +72,9 @@ public:
         return true;
     }
     QByteArray readAll() override { return std::exchange(received, {}); }
+    // Its replies come at once, however long the wire would take, unless told to pass
+    // for a port that keeps wire time.
+    bool keepsWireTime() const override { return wireTimed; }
     bool waitForReadyRead(int msecs) override
     {
         if (!opened)
