@@ -128,6 +128,21 @@ private slots:
         QTEST(describe(child<QObject>(window, QTest::currentDataTag())), "shown");
     }
 
+    // Two actions on one key leave Qt unable to pick either: neither would ever fire.
+    void everyShortcutIsItsActionsAlone()
+    {
+        MainWindow window;
+        QMap<QString, QString> owners;
+        for (const QAction *action : window.findChildren<QAction *>()) {
+            for (const QKeySequence &key : action->shortcuts()) {
+                const QString text = key.toString();
+                QVERIFY2(!owners.contains(text), qPrintable(text + " is " + owners.value(text) +
+                                                            " and " + action->objectName()));
+                owners.insert(text, action->objectName());
+            }
+        }
+    }
+
     void toolBarSpinBoxesPersist_data()
     {
         addColumns<QString, int>({"key", "restored"});
