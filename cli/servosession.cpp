@@ -3,7 +3,7 @@
 #include "device/devicehelper.h"
 #include "device/idevice.h"
 #include "device/physicalquantities.h"
-#include "device/statushelper.h"
+#include "monitor/transactiontext.h"
 #include "telemetry/registercatalogue.h"
 #include "telemetry/telemetrydecoder.h"
 
@@ -12,11 +12,7 @@ namespace {
 // The model number and the firmware version.
 constexpr quint8 identityLength = 2;
 
-// In the order of StatusHelper::PacketFlags, worded as the edit view's status boxes.
-const char *const packetErrorNames[] = {
-    "Process failure",   "Instruction error", "Checksum error", "Data range error",
-    "Data length error", "Data limit error",  "Access error",
-};
+constexpr quint8 alertBit = 0x80;
 
 } // namespace
 
@@ -56,13 +52,6 @@ QString ServoSession::errorText(quint8 error)
 {
     // The alert bit only says that the hardware error register has something to say;
     // the instruction itself went through.
-    const quint8 number = error & 0x7F;
-    if (number == 0)
-        return {};
-    const StatusHelper::PacketFlags flags = StatusHelper::decodeStatusPacket(int8_t(number));
-    for (size_t i = 0; i < flags.size(); ++i) {
-        if (flags[i])
-            return QStringLiteral("the servo answered: %1").arg(QLatin1String(packetErrorNames[i]));
-    }
-    return QStringLiteral("the servo answered with error %1").arg(number);
+    const QString words = TransactionText::servoError(error & ~alertBit, 0, 0);
+    return words.isEmpty() ? words : QStringLiteral("the servo answered: %1").arg(words);
 }
