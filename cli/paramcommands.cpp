@@ -39,9 +39,8 @@ void followTheLink(const std::vector<ParameterDifference> &written, int &id, int
     for (const ParameterDifference &difference : written) {
         if (difference.entry->span.description == QLatin1String("ID"))
             id = int(difference.wantedRaw);
-        // The register holds a divider of 2,000,000 bps.
         if (difference.entry->span.description == QLatin1String("Baud rate"))
-            baudRate = int(2000000 / (difference.wantedRaw + 1));
+            baudRate = TelemetryDecoder::baudRateOfCode(difference.wantedRaw);
     }
 }
 

@@ -3,7 +3,6 @@
 #include "serialportitem.h"
 #include "zelvarserialportinterface.h"
 
-#include <iterator>
 #include <utility>
 
 namespace {
@@ -26,9 +25,6 @@ constexpr std::pair<int, int> registerValueByIndex[] = {
     {10, 0},    // 2000000
 };
 // clang-format on
-// The baud rate of each choice index.
-constexpr int baudRateByIndex[] = {9600,   19200,  38400,  57600,   115200, 200000,
-                                   250000, 400000, 500000, 1000000, 2000000};
 constexpr int DefaultRegisterValue = 1;
 constexpr int Index1000000 = 9;
 
@@ -112,12 +108,6 @@ int SerialHelper::baudRateIndex(int registerValue)
             return choice;
     }
     return registerValue == DefaultRegisterValue ? Index1000000 : -1;
-}
-
-int SerialHelper::baudRateOfRegisterValue(int registerValue)
-{
-    const int index = baudRateIndex(registerValue);
-    return index >= 0 && index < int(std::size(baudRateByIndex)) ? baudRateByIndex[index] : 0;
 }
 
 void SerialHelper::onReadyRead()

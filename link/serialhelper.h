@@ -40,8 +40,6 @@ public:
     // of the servo's baud-rate register, and back (-1 for a value with no index).
     static int baudRateRegisterValue(int index);
     static int baudRateIndex(int registerValue);
-    // The baud rate a register value sets, or 0 for a value with no index.
-    static int baudRateOfRegisterValue(int registerValue);
 
 signals:
     // Declared for the scheduler's sake; nothing emits or connects them.

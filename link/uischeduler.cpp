@@ -5,6 +5,7 @@
 #include "device/statushelper.h"
 #include "device/uiregisterhelper.h"
 #include "link/serialhelper.h"
+#include "telemetry/telemetrydecoder.h"
 #include "views/registerview.h"
 #include "widgets/uigrouphelper.h"
 
@@ -96,7 +97,7 @@ void UiScheduler::followMove(const QueueRequest &write)
     const bool newBaudRate = code >= 0 && (known.isEmpty() || code != quint8(known.at(0)));
     if (newId || newBaudRate)
         emit servoMoving(newId ? id : write.id,
-                         newBaudRate ? SerialHelper::baudRateOfRegisterValue(code) : 0);
+                         newBaudRate ? TelemetryDecoder::baudRateOfCode(code) : 0);
 }
 
 void UiScheduler::poll()

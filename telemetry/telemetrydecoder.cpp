@@ -60,7 +60,16 @@ std::optional<int64_t> TelemetryDecoder::rawValue(const QByteArray &table, const
 
 int TelemetryDecoder::baudRateOfCode(int64_t code)
 {
-    // The servo divides 2,000,000 bps by the code plus one.
+    // The servo divides 2,000,000 bps by the code plus one; the codes of the usual rates
+    // go by those rates' names, which a port is opened at.
+    static const std::pair<int, int> namedRates[] = {
+        {207, 9600}, {103, 19200}, {51, 38400}, {34, 57600},  {16, 115200}, {9, 200000},
+        {7, 250000}, {4, 400000},  {3, 500000}, {1, 1000000}, {0, 2000000},
+    };
+    for (const auto &[namedCode, rate] : namedRates) {
+        if (code == namedCode)
+            return rate;
+    }
     return code >= 0 ? int(2000000 / (code + 1)) : 0;
 }
 

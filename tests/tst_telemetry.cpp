@@ -180,7 +180,8 @@ private slots:
         QTest::newRow("decimals of the unit") << "Actual temperature" << 50LL << u8"122.0 °F";
         QTest::newRow("decimals of one raw step")
             << "Velocity feedforward gain" << 1234LL << "1.234";
-        QTest::newRow("baud rate by its rate") << "Baud rate" << 34LL << "57142 bps";
+        QTest::newRow("baud rate by its name") << "Baud rate" << 34LL << "57600 bps";
+        QTest::newRow("baud rate of an unusual code") << "Baud rate" << 5LL << "333333 bps";
         QTest::newRow("signed in degrees") << "Home position offset" << -1LL << "-0.09 degrees";
     }
 
