@@ -11,7 +11,7 @@ namespace {
 QStringList placeholders(const QString &text)
 {
     QStringList found;
-    auto matches = QRegularExpression(QStringLiteral("%\\d")).globalMatch(text);
+    auto matches = QRegularExpression(QStringLiteral("%[\\dn]")).globalMatch(text);
     while (matches.hasNext())
         found << matches.next().captured();
     found.sort();
@@ -73,23 +73,37 @@ private slots:
         QVERIFY(file.open(QIODevice::ReadOnly));
         QXmlStreamReader xml(&file);
         QString source;
+        bool numerus = false;
         QStringList faults;
         int messages = 0;
         while (!xml.atEnd()) {
             if (xml.readNext() != QXmlStreamReader::StartElement)
                 continue;
-            if (xml.name() == QLatin1String("source")) {
+            if (xml.name() == QLatin1String("message")) {
+                numerus = xml.attributes().value("numerus") == QLatin1String("yes");
+            } else if (xml.name() == QLatin1String("source")) {
                 source = xml.readElementText();
             } else if (xml.name() == QLatin1String("translation")) {
                 const bool unfinished = !xml.attributes().value("type").isEmpty();
-                const QString translation = xml.readElementText();
+                // A counted text holds one translation per plural form; each needs all of it.
+                QStringList forms;
+                if (numerus) {
+                    while (xml.readNextStartElement())
+                        forms << xml.readElementText();
+                } else {
+                    forms << xml.readElementText();
+                }
                 ++messages;
-                if (unfinished || translation.isEmpty())
+                if (unfinished || forms.isEmpty())
                     faults << "not translated: " + source;
-                else if (placeholders(translation) != placeholders(source))
-                    faults << "placeholders differ: " + source;
-                else if (accelerators(translation) != accelerators(source))
-                    faults << "keyboard accelerator differs: " + source;
+                for (const QString &translation : qAsConst(forms)) {
+                    if (translation.isEmpty())
+                        faults << "not translated: " + source;
+                    else if (placeholders(translation) != placeholders(source))
+                        faults << "placeholders differ: " + source;
+                    else if (accelerators(translation) != accelerators(source))
+                        faults << "keyboard accelerator differs: " + source;
+                }
             }
         }
         QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
