@@ -1823,6 +1823,14 @@ Click to open the activity log.</source>
     </message>
 </context>
 <context>
+    <name>TelemetryDecoder</name>
+    <message>
+        <location filename="../telemetry/telemetrydecoder.cpp" line="+141"/>
+        <source>%1 takes raw values %2 to %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TransactionTableModel</name>
     <message>
         <location filename="../monitor/transactiontablemodel.cpp" line="+46"/>

@@ -1826,6 +1826,14 @@ Ein Klick öffnet das Aktivitätsprotokoll.</translation>
     </message>
 </context>
 <context>
+    <name>TelemetryDecoder</name>
+    <message>
+        <location filename="../telemetry/telemetrydecoder.cpp" line="+141"/>
+        <source>%1 takes raw values %2 to %3</source>
+        <translation>%1 nimmt Rohwerte von %2 bis %3 an</translation>
+    </message>
+</context>
+<context>
     <name>TransactionTableModel</name>
     <message>
         <location filename="../monitor/transactiontablemodel.cpp" line="+46"/>
