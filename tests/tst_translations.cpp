@@ -1,4 +1,5 @@
 #include "app/mainwindow.h"
+#include "plot/plotdock.h"
 #include "search/searchdialog.h"
 #include "settings/settingsdialog.h"
 #include "translations/translationinstaller.h"
@@ -39,11 +40,12 @@ private slots:
         QTest::addColumn<QString>("locale");
         QTest::addColumn<bool>("translated");
         QTest::addColumn<QStringList>("texts");
-        const QStringList german{"Zelvar Servo Manager", "Einstellungen",       "Gerätesuche",
-                                 "Felder in Einheiten",  "Position (Radiant):", "Getrennt"};
-        const QStringList english{"Zelvar Servo Manager", "Settings",
-                                  "Device search",        "Unit fields",
-                                  "Position (radians):",  "Disconnected"};
+        const QStringList german{
+            "Zelvar Servo Manager", "Einstellungen", "Gerätesuche", "Felder in Einheiten",
+            "Position (Radiant):",  "Getrennt",      "Diagramm",    "Aktivität"};
+        const QStringList english{
+            "Zelvar Servo Manager", "Settings",     "Device search", "Unit fields",
+            "Position (radians):",  "Disconnected", "Plot",          "Activity"};
         QTest::newRow("German") << "de_DE" << true << german;
         QTest::newRow("Austrian German") << "de_AT" << true << german;
         QTest::newRow("French, not translated") << "fr_FR" << false << english;
@@ -58,11 +60,13 @@ private slots:
         QCOMPARE(TranslationInstaller::install(QLocale(locale)), translated);
         MainWindow window;
         const auto *tabs = window.findChild<QTabWidget *>(QStringLiteral("tabWidget"));
-        QCOMPARE(QStringList({window.windowTitle(), SettingsDialog::instance()->windowTitle(),
-                              SearchDialog::instance()->windowTitle(), tabs->tabText(0),
-                              window.findChild<QLabel *>("positionLabel")->text(),
-                              window.statusBar()->currentMessage()}),
-                 texts);
+        QCOMPARE(
+            QStringList({window.windowTitle(), SettingsDialog::instance()->windowTitle(),
+                         SearchDialog::instance()->windowTitle(), tabs->tabText(0),
+                         window.findChild<QLabel *>("positionLabel")->text(),
+                         window.statusBar()->currentMessage(), window.plotDock()->windowTitle(),
+                         window.findChild<QDockWidget *>("activityDock")->windowTitle()}),
+            texts);
     }
 
     // A translation that loses a placeholder shows "%1" or drops the port's name; one
