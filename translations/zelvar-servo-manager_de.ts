@@ -1518,7 +1518,7 @@ Ein Klick öffnet das Aktivitätsprotokoll.</translation>
     <message>
         <location line="+13"/>
         <source>Select</source>
-        <translation>Übernehmen</translation>
+        <translation>Wählen</translation>
     </message>
     <message>
         <location filename="../search/searchdialog.cpp" line="+297"/>
