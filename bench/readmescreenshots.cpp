@@ -126,6 +126,10 @@ int main(int argc, char *argv[])
         if (servo->id() == 1)
             wheel = servo;
     }
+    if (!wheel) {
+        std::fprintf(stderr, "the Virtual bus has no servo 1\n");
+        return 1;
+    }
     wheel->setValue(ServoRegister::ControlEnable, 1, 1);
     wheel->setValue(ServoRegister::TargetVelocity, 2, 1500);
     MainWindow window;
