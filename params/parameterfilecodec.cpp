@@ -104,7 +104,7 @@ std::optional<ParameterFile> ParameterFileCodec::fromJson(const QByteArray &json
     QJsonParseError parseError;
     const QJsonDocument document = QJsonDocument::fromJson(json, &parseError);
     if (parseError.error != QJsonParseError::NoError) {
-        *error = QStringLiteral("The file is damaged: %1 at character %2.")
+        *error = tr("The file is damaged: %1 at character %2.")
                      .arg(parseError.errorString())
                      .arg(parseError.offset);
         return std::nullopt;
@@ -112,28 +112,28 @@ std::optional<ParameterFile> ParameterFileCodec::fromJson(const QByteArray &json
     const QJsonObject root = document.object();
     const std::optional<int64_t> version = wholeNumber(root.value(formatVersionKey));
     if (!document.isObject() || !version) {
-        *error = QStringLiteral("The file is not a parameter file: it has no format version.");
+        *error = tr("The file is not a parameter file: it has no format version.");
         return std::nullopt;
     }
     if (*version != ParameterFile::currentFormatVersion) {
-        *error = QStringLiteral("The file has format version %1; this program reads version %2.")
+        *error = tr("The file has format version %1; this program reads version %2.")
                      .arg(*version)
                      .arg(ParameterFile::currentFormatVersion);
         return std::nullopt;
     }
     const std::optional<int64_t> model = wholeNumber(root.value(modelNumberKey));
     if (!model) {
-        *error = QStringLiteral("The file is damaged: it names no model number.");
+        *error = tr("The file is damaged: it names no model number.");
         return std::nullopt;
     }
     if (*model != modelNumber) {
-        *error = QStringLiteral("The file is for model number %1; this servo is model number %2.")
+        *error = tr("The file is for model number %1; this servo is model number %2.")
                      .arg(*model)
                      .arg(modelNumber);
         return std::nullopt;
     }
     if (!root.value(registersKey).isArray()) {
-        *error = QStringLiteral("The file is damaged: it has no list of registers.");
+        *error = tr("The file is damaged: it has no list of registers.");
         return std::nullopt;
     }
 
@@ -150,8 +150,7 @@ std::optional<ParameterFile> ParameterFileCodec::fromJson(const QByteArray &json
             return std::nullopt;
         const CatalogueEntry *entry = decoder->catalogue().find(value->description);
         if (!seen.insert(entry->span.address).second) {
-            *error = QStringLiteral("The file is damaged: it names \"%1\" twice.")
-                         .arg(value->description);
+            *error = tr("The file is damaged: it names \"%1\" twice.").arg(value->description);
             return std::nullopt;
         }
         file.registers.push_back(*value);
@@ -168,32 +167,32 @@ std::optional<ParameterValue> ParameterFileCodec::readRegister(const QJsonValue 
     // Only descriptions name registers: a control's name is no key of the file.
     if (!entry || entry->span.description.compare(description, Qt::CaseInsensitive) != 0) {
         *error = description.isEmpty()
-                     ? QStringLiteral("The file is damaged: a register has no description.")
-                     : QStringLiteral("The file names a register this model does not have: \"%1\".")
+                     ? tr("The file is damaged: a register has no description.")
+                     : tr("The file names a register this model does not have: \"%1\".")
                            .arg(description);
         return std::nullopt;
     }
     const QString name = entry->span.description;
     if (!entry->span.writable) {
-        *error = QStringLiteral("The file sets \"%1\", which is read-only.").arg(name);
+        *error = tr("The file sets \"%1\", which is read-only.").arg(name);
         return std::nullopt;
     }
     if (object.contains(addressKey) &&
         wholeNumber(object.value(addressKey)) != int64_t(entry->span.address)) {
-        *error = QStringLiteral("The file is damaged: it puts \"%1\" at another address than %2.")
+        *error = tr("The file is damaged: it puts \"%1\" at another address than %2.")
                      .arg(name)
                      .arg(entry->span.address);
         return std::nullopt;
     }
     const std::optional<int64_t> raw = wholeNumber(object.value(rawKey));
     if (!raw) {
-        *error = QStringLiteral("The file is damaged: the raw value of \"%1\" is missing or not "
-                                "a whole number.")
+        *error = tr("The file is damaged: the raw value of \"%1\" is missing or not "
+                    "a whole number.")
                      .arg(name);
         return std::nullopt;
     }
     if (const QString outOfRange = decoder->checkRaw(*entry, *raw); !outOfRange.isEmpty()) {
-        *error = QStringLiteral("The file is damaged: its raw value %1 is out of range (%2).")
+        *error = tr("The file is damaged: its raw value %1 is out of range (%2).")
                      .arg(*raw)
                      .arg(outOfRange);
         return std::nullopt;
@@ -204,8 +203,8 @@ std::optional<ParameterValue> ParameterFileCodec::readRegister(const QJsonValue 
         const double given = object.value(valueKey).toDouble(qQNaN());
         // Both numbers are written together; when they part, one of them was altered.
         if (!(std::abs(given - base) <= 1e-9 * std::max(1.0, std::abs(base)))) {
-            *error = QStringLiteral("The file is damaged: \"%1\" has raw value %2, which is %3 "
-                                    "%4, but value %5.")
+            *error = tr("The file is damaged: \"%1\" has raw value %2, which is %3 "
+                        "%4, but value %5.")
                          .arg(name)
                          .arg(*raw)
                          .arg(base, 0, 'g', 10)

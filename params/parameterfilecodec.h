@@ -3,6 +3,7 @@
 #include "params/parameterfile.h"
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QString>
 #include <memory>
 #include <optional>
@@ -14,6 +15,8 @@ class TelemetryDecoder;
 // refusing anything that does not fit the servo's model with the cause in words.
 class ParameterFileCodec
 {
+    Q_DECLARE_TR_FUNCTIONS(ParameterFileCodec)
+
 public:
     explicit ParameterFileCodec(std::shared_ptr<const TelemetryDecoder> decoder);
 

@@ -31,15 +31,14 @@ WritePlan WritePlanner::plan(const std::vector<ParameterDifference> &ticked,
     WritePlan plan;
     for (const ParameterDifference &difference : ticked) {
         if (!difference.entry->span.writable) {
-            plan.error =
-                QStringLiteral("\"%1\" is read-only.").arg(difference.entry->span.description);
+            plan.error = tr("\"%1\" is read-only.").arg(difference.entry->span.description);
             return plan;
         }
     }
     if (needsMotorOff(ticked, table)) {
         if (!switchMotorOff) {
-            plan.error = QStringLiteral("The motor is on: the servo takes the non-volatile "
-                                        "registers only with the motor off.");
+            plan.error = tr("The motor is on: the servo takes the non-volatile "
+                            "registers only with the motor off.");
             return plan;
         }
         const CatalogueEntry *motor = catalogue.find(motorSwitch);

@@ -3,6 +3,7 @@
 #include "params/parameterdiff.h"
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QString>
 #include <cstdint>
 #include <vector>
@@ -28,6 +29,8 @@ struct WritePlan
 // never carrying a byte of a register that was not ticked.
 class WritePlanner
 {
+    Q_DECLARE_TR_FUNCTIONS(WritePlanner)
+
 public:
     explicit WritePlanner(const RegisterCatalogue &catalogue);
 

@@ -147,10 +147,7 @@ QString TelemetryDecoder::checkRaw(const CatalogueEntry &entry, int64_t raw) con
         high = std::max(entry.limits.rawMin, entry.limits.rawMax);
     }
     if (raw < lowest || raw > highest || magnitude < low || magnitude > high)
-        return QStringLiteral("%1 takes raw values %2 to %3")
-            .arg(span.description)
-            .arg(low)
-            .arg(high);
+        return tr("%1 takes raw values %2 to %3").arg(span.description).arg(low).arg(high);
     return QString();
 }
 

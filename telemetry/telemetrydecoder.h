@@ -4,6 +4,7 @@
 #include "telemetry/quantitytable.h"
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QString>
 #include <cstdint>
 #include <memory>
@@ -39,6 +40,8 @@ struct EncodedValue
 // of the table uses.
 class TelemetryDecoder
 {
+    Q_DECLARE_TR_FUNCTIONS(TelemetryDecoder)
+
 public:
     TelemetryDecoder(std::shared_ptr<const RegisterCatalogue> catalogue,
                      std::shared_ptr<PhysicalQuantities> units);

@@ -1,4 +1,5 @@
 #include "app/mainwindow.h"
+#include "plot/plotdock.h"
 #include "search/searchdialog.h"
 #include "settings/settingsdialog.h"
 #include "translations/translationinstaller.h"
@@ -11,7 +12,7 @@ namespace {
 QStringList placeholders(const QString &text)
 {
     QStringList found;
-    auto matches = QRegularExpression(QStringLiteral("%\\d")).globalMatch(text);
+    auto matches = QRegularExpression(QStringLiteral("%[\\dn]")).globalMatch(text);
     while (matches.hasNext())
         found << matches.next().captured();
     found.sort();
@@ -39,11 +40,12 @@ private slots:
         QTest::addColumn<QString>("locale");
         QTest::addColumn<bool>("translated");
         QTest::addColumn<QStringList>("texts");
-        const QStringList german{"Zelvar Servo Manager", "Einstellungen",       "Gerätesuche",
-                                 "Felder in Einheiten",  "Position (Radiant):", "Getrennt"};
-        const QStringList english{"Zelvar Servo Manager", "Settings",
-                                  "Device search",        "Unit fields",
-                                  "Position (radians):",  "Disconnected"};
+        const QStringList german{
+            "Zelvar Servo Manager", "Einstellungen", "Gerätesuche", "Felder in Einheiten",
+            "Position (Radiant):",  "Getrennt",      "Diagramm",    "Aktivität"};
+        const QStringList english{
+            "Zelvar Servo Manager", "Settings",     "Device search", "Unit fields",
+            "Position (radians):",  "Disconnected", "Plot",          "Activity"};
         QTest::newRow("German") << "de_DE" << true << german;
         QTest::newRow("Austrian German") << "de_AT" << true << german;
         QTest::newRow("French, not translated") << "fr_FR" << false << english;
@@ -58,11 +60,13 @@ private slots:
         QCOMPARE(TranslationInstaller::install(QLocale(locale)), translated);
         MainWindow window;
         const auto *tabs = window.findChild<QTabWidget *>(QStringLiteral("tabWidget"));
-        QCOMPARE(QStringList({window.windowTitle(), SettingsDialog::instance()->windowTitle(),
-                              SearchDialog::instance()->windowTitle(), tabs->tabText(0),
-                              window.findChild<QLabel *>("positionLabel")->text(),
-                              window.statusBar()->currentMessage()}),
-                 texts);
+        QCOMPARE(
+            QStringList({window.windowTitle(), SettingsDialog::instance()->windowTitle(),
+                         SearchDialog::instance()->windowTitle(), tabs->tabText(0),
+                         window.findChild<QLabel *>("positionLabel")->text(),
+                         window.statusBar()->currentMessage(), window.plotDock()->windowTitle(),
+                         window.findChild<QDockWidget *>("activityDock")->windowTitle()}),
+            texts);
     }
 
     // A translation that loses a placeholder shows "%1" or drops the port's name; one
@@ -73,23 +77,37 @@ private slots:
         QVERIFY(file.open(QIODevice::ReadOnly));
         QXmlStreamReader xml(&file);
         QString source;
+        bool numerus = false;
         QStringList faults;
         int messages = 0;
         while (!xml.atEnd()) {
             if (xml.readNext() != QXmlStreamReader::StartElement)
                 continue;
-            if (xml.name() == QLatin1String("source")) {
+            if (xml.name() == QLatin1String("message")) {
+                numerus = xml.attributes().value("numerus") == QLatin1String("yes");
+            } else if (xml.name() == QLatin1String("source")) {
                 source = xml.readElementText();
             } else if (xml.name() == QLatin1String("translation")) {
                 const bool unfinished = !xml.attributes().value("type").isEmpty();
-                const QString translation = xml.readElementText();
+                // A counted text holds one translation per plural form; each needs all of it.
+                QStringList forms;
+                if (numerus) {
+                    while (xml.readNextStartElement())
+                        forms << xml.readElementText();
+                } else {
+                    forms << xml.readElementText();
+                }
                 ++messages;
-                if (unfinished || translation.isEmpty())
+                if (unfinished || forms.isEmpty())
                     faults << "not translated: " + source;
-                else if (placeholders(translation) != placeholders(source))
-                    faults << "placeholders differ: " + source;
-                else if (accelerators(translation) != accelerators(source))
-                    faults << "keyboard accelerator differs: " + source;
+                for (const QString &translation : qAsConst(forms)) {
+                    if (translation.isEmpty())
+                        faults << "not translated: " + source;
+                    else if (placeholders(translation) != placeholders(source))
+                        faults << "placeholders differ: " + source;
+                    else if (accelerators(translation) != accelerators(source))
+                        faults << "keyboard accelerator differs: " + source;
+                }
             }
         }
         QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
