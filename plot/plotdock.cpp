@@ -1,5 +1,7 @@
 #include "plot/plotdock.h"
 
+#include "app/repaintpacer.h"
+#include "plot/plotcanvas.h"
 #include "plot/plotcursor.h"
 #include "plot/samplecurve.h"
 #include "plot/sampleseries.h"
@@ -15,15 +17,14 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QImage>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPainter>
-#include <QScreen>
 #include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
@@ -75,15 +76,6 @@ QColor channelColour(const QString &key)
     return palette[qHash(key) % std::size(palette)];
 }
 
-// A curve scrolling at 30 frames a second looks smooth, and costs half of 60.
-constexpr double maxFrameRate = 30.0;
-
-int frameIntervalMs()
-{
-    const QScreen *screen = QGuiApplication::primaryScreen();
-    const double rate = screen && screen->refreshRate() > 1.0 ? screen->refreshRate() : 60.0;
-    return std::max(1, int(std::lround(1000.0 / std::min(rate, maxFrameRate))));
-}
 } // namespace
 
 PlotDock::PlotDock(QWidget *parent)
@@ -96,13 +88,7 @@ PlotDock::PlotDock(QWidget *parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
 
-    auto *canvas = new QwtPlotCanvas;
-    // Drawn inside replot(), so a frame's cost can be measured where it is spent.
-    canvas->setPaintAttribute(QwtPlotCanvas::ImmediatePaint, true);
-    // Every frame scrolls the whole canvas, so a backing store would only add a copy.
-    canvas->setPaintAttribute(QwtPlotCanvas::BackingStore, false);
-    canvas->setPaintAttribute(QwtPlotCanvas::HackStyledBackground, false);
-    canvas->setFrameStyle(QFrame::NoFrame);
+    auto *canvas = new PlotCanvas([this](qint64 paintUs) { framePainted(paintUs); });
     plotWidget->setCanvas(canvas);
     plotWidget->setCanvasBackground(Qt::white);
     plotWidget->setAutoReplot(false);
@@ -129,7 +115,7 @@ PlotDock::PlotDock(QWidget *parent)
 
     frameTimer = new QTimer(this);
     frameTimer->setTimerType(Qt::PreciseTimer);
-    frameTimer->setInterval(frameIntervalMs());
+    frameTimer->setInterval(RepaintPacer::frameIntervalMs());
     connect(frameTimer, SIGNAL(timeout()), this, SLOT(on_frame()));
     connect(this, SIGNAL(visibilityChanged(bool)), this, SLOT(on_visibilityChanged(bool)));
 }
@@ -472,10 +458,20 @@ void PlotDock::on_frame()
     if (!samples.isPaused() || layoutChanged)
         followLatest();
     layoutChanged = false;
-    frameClock.start();
+    QElapsedTimer clock;
+    clock.start();
     plotWidget->replot();
+    pendingFrameUs = clock.nsecsElapsed() / 1000;
+}
+
+// A frame costs its replot (scales, axes) and the canvas's paint that follows it.
+void PlotDock::framePainted(qint64 paintUs)
+{
+    if (pendingFrameUs < 0)
+        return;
     if (frameTimes.size() < frameTimesKept)
-        frameTimes.push_back(frameClock.nsecsElapsed() / 1000);
+        frameTimes.push_back(pendingFrameUs + paintUs);
+    pendingFrameUs = -1;
 }
 
 std::vector<qint64> PlotDock::takeFrameTimes()
