@@ -1,6 +1,7 @@
 #include "plot/plotdock.h"
 
 #include "app/repaintpacer.h"
+#include "plot/cachedgrid.h"
 #include "plot/plotcanvas.h"
 #include "plot/plotcursor.h"
 #include "plot/samplecurve.h"
@@ -10,7 +11,6 @@
 #include <qwt_legend.h>
 #include <qwt_plot.h>
 #include <qwt_plot_canvas.h>
-#include <qwt_plot_grid.h>
 #include <qwt_plot_magnifier.h>
 #include <qwt_plot_panner.h>
 #include <qwt_plot_renderer.h>
@@ -94,7 +94,7 @@ PlotDock::PlotDock(QWidget *parent)
     plotWidget->setAutoReplot(false);
     plotWidget->setAxisTitle(QwtPlot::xBottom, tr("Time before the latest reply (s)"));
     plotWidget->insertLegend(new QwtLegend, QwtPlot::BottomLegend);
-    auto *grid = new QwtPlotGrid;
+    auto *grid = new CachedGrid;
     grid->setMajorPen(QColor(0xe0, 0xe0, 0xe0), 0.0, Qt::SolidLine);
     grid->attach(plotWidget);
 
