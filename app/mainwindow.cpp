@@ -2,6 +2,7 @@
 #include "ui_mainwindow.h"
 
 #include "app/parameterfileactions.h"
+#include "app/repaintpacer.h"
 #include "device/devicehelper.h"
 #include "device/idevice.h"
 #include "device/physicalquantities.h"
@@ -98,6 +99,7 @@ MainWindow::MainWindow(QWidget *parent)
     , monitor(std::make_shared<LinkMonitor>())
 {
     ui->setupUi(this);
+    new RepaintPacer(this);
     ui->tabWidget->setAutoFillBackground(true);
     setupLinkFeedback();
     parameterFiles = std::make_shared<ParameterFileActions>(this, ui->menuHelp->menuAction());

@@ -1,9 +1,9 @@
 // The whole program on the in-process virtual bus at 1,000,000 baud, polled every 10 ms,
 // both tabs painted in turn, the "Plot" dock showing six channels and a recording running
 // (--no-plot, --no-recording or --bare for neither). Run it on a real X server (xvfb-run).
-// Prints the process's CPU share, the plot's redraw times and frame rate, resident memory
-// at the first minute and at the end, and checks the recording against the replies the
-// monitor handed out.
+// Prints the process's CPU share and the load average, the plot's redraw times (scales and
+// canvas paint) and frame rate, resident memory at the first minute and at the end, and
+// checks the recording against the replies the monitor handed out.
 //
 //   bench_plot_live [seconds (default 60)] [--no-plot] [--no-recording] [--bare]
 
@@ -187,7 +187,11 @@ int main(int argc, char *argv[])
     const QScreen *screen = QGuiApplication::primaryScreen();
     std::printf("run: %.1f s, %ld replies (%.1f per s)\n", wallSeconds, replies,
                 double(replies) / wallSeconds);
-    std::printf("cpu: %.1f %% of one core\n", 100.0 * processor / wallSeconds);
+    QFile loadAverage("/proc/loadavg");
+    loadAverage.open(QIODevice::ReadOnly);
+    // Others' work on the machine shows in the redraw times; the load says how much there was.
+    std::printf("cpu: %.1f %% of one core (load average %s)\n", 100.0 * processor / wallSeconds,
+                loadAverage.readAll().split(' ').mid(0, 3).join(' ').constData());
     std::printf("plot: %zu frames (%.1f per s, screen %.0f Hz), redraw median %.0f us, p99 %.0f "
                 "us, max %.0f us\n",
                 frames.size(), double(frames.size()) / wallSeconds,

@@ -24,19 +24,19 @@ int TransactionTableModel::columnCount(const QModelIndex &parent) const
     return parent.isValid() ? 0 : ColumnCount;
 }
 
-const TransactionRecord *TransactionTableModel::record(int row) const
+std::optional<TransactionRecord> TransactionTableModel::record(int row) const
 {
     const TransactionRing &ring = monitor->ring();
     const qint64 ringFirst = ring.appended() - ring.size();
     const qint64 index = firstShown + row - ringFirst;
     if (row < 0 || row >= shown || index < 0 || index >= ring.size())
-        return nullptr;
-    return &ring.at(int(index));
+        return std::nullopt;
+    return ring.at(int(index));
 }
 
 QVariant TransactionTableModel::data(const QModelIndex &index, int role) const
 {
-    const TransactionRecord *entry = record(index.row());
+    const std::optional<TransactionRecord> entry = record(index.row());
     if (!entry)
         return {};
     const BusTransaction &t = entry->transaction;

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "monitor/transactionrecord.h"
+
 #include <QAbstractTableModel>
+#include <optional>
 
 class LinkMonitor;
-struct TransactionRecord;
 
 // The monitor's ring as table rows, newest last. It follows the ring only when told to
 // (refresh()), so a log nobody looks at costs nothing and one on screen is redrawn at a
@@ -27,8 +29,8 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation,
                         int role = Qt::DisplayRole) const override;
 
-    // Null when the row's record has already left the ring.
-    const TransactionRecord *record(int row) const;
+    // Empty when the row's record has already left the ring.
+    std::optional<TransactionRecord> record(int row) const;
 
 public slots:
     // Drops the rows that left the ring and appends the new ones.

@@ -1,5 +1,8 @@
 #include "plot/plotdock.h"
 
+#include "app/repaintpacer.h"
+#include "plot/cachedgrid.h"
+#include "plot/plotcanvas.h"
 #include "plot/plotcursor.h"
 #include "plot/samplecurve.h"
 #include "plot/sampleseries.h"
@@ -8,22 +11,20 @@
 #include <qwt_legend.h>
 #include <qwt_plot.h>
 #include <qwt_plot_canvas.h>
-#include <qwt_plot_grid.h>
 #include <qwt_plot_magnifier.h>
 #include <qwt_plot_panner.h>
 #include <qwt_plot_renderer.h>
 
 #include <QAction>
 #include <QComboBox>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QImage>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPainter>
-#include <QScreen>
 #include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
@@ -75,12 +76,6 @@ QColor channelColour(const QString &key)
     return palette[qHash(key) % std::size(palette)];
 }
 
-int frameIntervalMs()
-{
-    const QScreen *screen = QGuiApplication::primaryScreen();
-    const double rate = screen && screen->refreshRate() > 1.0 ? screen->refreshRate() : 60.0;
-    return std::max(1, int(std::lround(1000.0 / rate)));
-}
 } // namespace
 
 PlotDock::PlotDock(QWidget *parent)
@@ -93,19 +88,13 @@ PlotDock::PlotDock(QWidget *parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
 
-    auto *canvas = new QwtPlotCanvas;
-    // Drawn inside replot(), so a frame's cost can be measured where it is spent.
-    canvas->setPaintAttribute(QwtPlotCanvas::ImmediatePaint, true);
-    // Every frame scrolls the whole canvas, so a backing store would only add a copy.
-    canvas->setPaintAttribute(QwtPlotCanvas::BackingStore, false);
-    canvas->setPaintAttribute(QwtPlotCanvas::HackStyledBackground, false);
-    canvas->setFrameStyle(QFrame::NoFrame);
+    auto *canvas = new PlotCanvas([this](qint64 paintUs) { framePainted(paintUs); });
     plotWidget->setCanvas(canvas);
     plotWidget->setCanvasBackground(Qt::white);
     plotWidget->setAutoReplot(false);
     plotWidget->setAxisTitle(QwtPlot::xBottom, tr("Time before the latest reply (s)"));
     plotWidget->insertLegend(new QwtLegend, QwtPlot::BottomLegend);
-    auto *grid = new QwtPlotGrid;
+    auto *grid = new CachedGrid;
     grid->setMajorPen(QColor(0xe0, 0xe0, 0xe0), 0.0, Qt::SolidLine);
     grid->attach(plotWidget);
 
@@ -126,7 +115,7 @@ PlotDock::PlotDock(QWidget *parent)
 
     frameTimer = new QTimer(this);
     frameTimer->setTimerType(Qt::PreciseTimer);
-    frameTimer->setInterval(frameIntervalMs());
+    frameTimer->setInterval(RepaintPacer::frameIntervalMs());
     connect(frameTimer, SIGNAL(timeout()), this, SLOT(on_frame()));
     connect(this, SIGNAL(visibilityChanged(bool)), this, SLOT(on_visibilityChanged(bool)));
 }
@@ -469,10 +458,20 @@ void PlotDock::on_frame()
     if (!samples.isPaused() || layoutChanged)
         followLatest();
     layoutChanged = false;
-    frameClock.start();
+    QElapsedTimer clock;
+    clock.start();
     plotWidget->replot();
+    pendingFrameUs = clock.nsecsElapsed() / 1000;
+}
+
+// A frame costs its replot (scales, axes) and the canvas's paint that follows it.
+void PlotDock::framePainted(qint64 paintUs)
+{
+    if (pendingFrameUs < 0)
+        return;
     if (frameTimes.size() < frameTimesKept)
-        frameTimes.push_back(frameClock.nsecsElapsed() / 1000);
+        frameTimes.push_back(pendingFrameUs + paintUs);
+    pendingFrameUs = -1;
 }
 
 std::vector<qint64> PlotDock::takeFrameTimes()

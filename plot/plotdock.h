@@ -5,7 +5,6 @@
 #include "trace/tracechannel.h"
 
 #include <QDockWidget>
-#include <QElapsedTimer>
 #include <QStringList>
 #include <QVector>
 #include <vector>
@@ -78,6 +77,7 @@ private:
     void fillChannelsMenu();
     void applyAxisRange(int axis, const AxisRangeDialog::Range &range);
     void followLatest();
+    void framePainted(qint64 paintUs);
 
     QVector<TraceChannel> available;
     QVector<TraceChannel> selected;
@@ -103,5 +103,6 @@ private:
     // curves move: a scrolling scale would be laid out and its labels drawn anew each frame.
     double timeOrigin = 0.0;
     std::vector<qint64> frameTimes;
-    QElapsedTimer frameClock;
+    // The replot's share of a frame whose canvas is yet to be painted; -1 when none is.
+    qint64 pendingFrameUs = -1;
 };

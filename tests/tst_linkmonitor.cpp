@@ -1,5 +1,6 @@
 #include "datacolumns.h"
 #include "monitor/linkmonitor.h"
+#include "monitor/transactionring.h"
 #include "monitor/transactiontablemodel.h"
 #include "monitor/transactiontext.h"
 
@@ -267,6 +268,50 @@ private slots:
         QCOMPARE(cell(0, 0), QStringLiteral("100.0"));
         QCOMPARE(cell(LinkMonitor::ringCapacity - 1, 0),
                  QString::number(100 + LinkMonitor::ringCapacity - 1) + ".0");
+    }
+
+    // A slot keeps every byte whether they fit its own room or not, and a reused slot keeps
+    // nothing of what it held before.
+    void ringKeepsEveryByte_data()
+    {
+        addColumns<int, int>({"requestBytes", "replyBytes"});
+        QTest::newRow("table poll") << 14 << 129;
+        QTest::newRow("no reply") << 14 << 0;
+        QTest::newRow("bulk write") << 400 << 11;
+        QTest::newRow("long reply") << 14 << 600;
+    }
+
+    void ringKeepsEveryByte()
+    {
+        QFETCH(int, requestBytes);
+        QFETCH(int, replyBytes);
+        const auto record = [](qint64 timeUs, int requestSize, int replySize, char fill) {
+            TransactionRecord r;
+            r.timeUs = timeUs;
+            r.routinePoll = replySize > 100;
+            r.transaction = transaction({timeUs, Outcome::Reply}, quint8(fill));
+            r.transaction.request = QByteArray(requestSize, fill);
+            r.transaction.reply = QByteArray(replySize, char(fill + 1));
+            return r;
+        };
+        TransactionRing ring(2);
+        ring.append(record(1, 500, 0, 'a'));
+        ring.append(record(2, 8, 20, 'c'));
+        const TransactionRecord expected[] = {record(3, requestBytes, replyBytes, 'e'),
+                                              record(4, requestBytes, replyBytes, 'g')};
+        for (const TransactionRecord &r : expected)
+            ring.append(r);
+        QCOMPARE(ring.size(), 2);
+        QCOMPARE(ring.appended(), qint64(4));
+        for (int i = 0; i < 2; ++i) {
+            const TransactionRecord kept = ring.at(i);
+            QCOMPARE(kept.timeUs, expected[i].timeUs);
+            QCOMPARE(kept.routinePoll, expected[i].routinePoll);
+            QCOMPARE(kept.transaction.id, expected[i].transaction.id);
+            QCOMPARE(kept.transaction.endedAtNs, expected[i].transaction.endedAtNs);
+            QCOMPARE(kept.transaction.request, expected[i].transaction.request);
+            QCOMPARE(kept.transaction.reply, expected[i].transaction.reply);
+        }
     }
 };
 

@@ -1,11 +1,13 @@
 #include "device/physicalquantities.h"
 #include "device/zelvarv1.h"
+#include "plot/cachedgrid.h"
 #include "plot/plotdock.h"
 #include "telemetry/registercatalogue.h"
 #include "telemetry/telemetrydecoder.h"
 #include "trace/tracecatalogue.h"
 
 #include <qwt_plot.h>
+#include <qwt_plot_canvas.h>
 
 #include <QAction>
 #include <QMenu>
@@ -124,6 +126,35 @@ private slots:
         QVERIFY(svg.readAll().contains("<svg"));
         QVERIFY(!dock.exportTo(folder.filePath("plot.bmp")));
         QVERIFY(!dock.exportTo(folder.filePath("missing/plot.png")));
+    }
+
+    // The grid kept as a picture follows a change of scale: it matches a plot drawn with the
+    // new scale from the start.
+    void gridFollowsTheScale()
+    {
+        const auto canvasImage = [](QwtPlot &plot) {
+            plot.replot();
+            return plot.canvas()->grab().toImage();
+        };
+        const auto makePlot = [](QwtPlot &plot, double top) {
+            (new CachedGrid)->attach(&plot);
+            plot.setCanvasBackground(Qt::white);
+            plot.setAxisScale(QwtPlot::yLeft, 0.0, top);
+            plot.resize(400, 300);
+            plot.show();
+        };
+        QwtPlot changed;
+        makePlot(changed, 10.0);
+        QVERIFY(QTest::qWaitForWindowExposed(&changed));
+        const QImage before = canvasImage(changed);
+        changed.setAxisScale(QwtPlot::yLeft, 0.0, 3.0);
+        const QImage after = canvasImage(changed);
+
+        QwtPlot fresh;
+        makePlot(fresh, 3.0);
+        QVERIFY(QTest::qWaitForWindowExposed(&fresh));
+        QVERIFY(after != before);
+        QCOMPARE(after, canvasImage(fresh));
     }
 };
 

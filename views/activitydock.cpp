@@ -133,7 +133,7 @@ QString ActivityDock::selectedText() const
     std::sort(rows.begin(), rows.end());
     QStringList lines;
     for (const QModelIndex &row : rows) {
-        if (const TransactionRecord *record = model->record(filter->mapToSource(row).row()))
+        if (const auto record = model->record(filter->mapToSource(row).row()))
             lines << TransactionText::line(*record);
     }
     return lines.join(QLatin1Char('\n'));

@@ -137,9 +137,14 @@ void RegisterView::setRegisterByte(quint16 address, quint8 value)
     // A row that already shows these texts is left alone: replacing its items would repaint
     // every cell of the table on every poll, which costs more than all else a reply does.
     const QTableWidgetItem *shownAddress = table->item(row, 0);
-    const QTableWidgetItem *shownValue = table->item(row, 1);
-    if (!(shownAddress && shownValue && shownAddress->text() == texts[0] &&
-          shownValue->text() == texts[1])) {
+    QTableWidgetItem *shownValue = table->item(row, 1);
+    const QTableWidgetItem *shownDescription = table->item(row, 2);
+    if (shownAddress && shownValue && shownDescription && shownAddress->text() == texts[0] &&
+        shownDescription->text() == texts[2]) {
+        // Only the value changed: its cell alone is repainted.
+        if (shownValue->text() != texts[1])
+            shownValue->setText(texts[1]);
+    } else {
         for (int column = 0; column < 3; ++column) {
             auto *item = new QTableWidgetItem(texts[column]);
             if (!record->writable)
