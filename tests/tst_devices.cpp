@@ -1,5 +1,6 @@
 #include "controllers/inputmodecontroller.h"
 #include "controllers/operationmodecontroller.h"
+#include "datacolumns.h"
 #include "device/devicehelper.h"
 #include "device/dynamixelax12.h"
 #include "device/zelvarv1.h"
@@ -57,8 +58,7 @@ private slots:
 
     void unknownNameThrows_data()
     {
-        QTest::addColumn<bool>("ax12");
-        QTest::addColumn<QString>("name");
+        addColumns<bool, QString>({"ax12", "name"});
 
         QTest::newRow("baud rate") << false << "baudRateComboBox";
         QTest::newRow("ax12 name on ours") << false << "positionintegralTermDoubleSpinBox";
@@ -103,8 +103,7 @@ private slots:
 
     void identifiesByBytesFiveAndSix_data()
     {
-        QTest::addColumn<QByteArray>("reply");
-        QTest::addColumn<bool>("ax12");
+        addColumns<QByteArray, bool>({"reply", "ax12"});
 
         // clang-format off
         QTest::newRow("12, 0 is an AX-12") << modelReply(12, 0) << true;

@@ -1,5 +1,6 @@
 #include "ui_editview.h"
 
+#include "datacolumns.h"
 #include "device/fieldhelper.h"
 #include "device/statushelper.h"
 #include "device/uiregisterhelper.h"
@@ -51,9 +52,7 @@ private slots:
 
     void widgets_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("className");
-        QTest::addColumn<QString>("text");
+        addColumns<QString, QString, QString>({"name", "className", "text"});
 
         // Per class, name=text entries. A unit label's caption is followed by its unit; a combo
         // box lists its items, the current one in brackets; a spin box gives the form's limits.
