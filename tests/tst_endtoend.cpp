@@ -16,7 +16,6 @@
 
 #include <QtTest>
 #include <QtWidgets>
-#include <ctime>
 
 namespace {
 
@@ -434,29 +433,6 @@ private slots:
         connectToServo();
         QTest::qWait(300);
         QVERIFY(DeviceHelper::instance()->identify(absentServoId));
-    }
-
-    void unplugWhilePolling()
-    {
-        QVERIFY(bridge->running());
-        choosePort(bridgeName, jointServoId);
-        connectToServo();
-
-        QVERIFY(bridge->kill());
-        // Polling on into a dead port must idle, not spin.
-        const std::clock_t before = std::clock();
-        QTest::qWait(1000);
-        QVERIFY2(double(std::clock() - before) / CLOCKS_PER_SEC < 0.8, "busy on a lost port");
-
-        disconnectFromServo();
-        boxes.clear();
-        action("actionConnect")->trigger();
-        QTRY_COMPARE_WITH_TIMEOUT(boxes.size(), 1, patienceMs);
-        QVERIFY2(boxes.first().startsWith("Error: ") && boxes.first().contains(bridgeName),
-                 qPrintable(boxes.first()));
-        boxes.clear();
-        QVERIFY(action("actionConnect")->isEnabled());
-        QCOMPARE(status(), QStringLiteral("Disconnected"));
     }
 };
 
