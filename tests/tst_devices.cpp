@@ -1,5 +1,3 @@
-#include "controllers/inputmodecontroller.h"
-#include "controllers/operationmodecontroller.h"
 #include "datacolumns.h"
 #include "device/devicehelper.h"
 #include "device/dynamixelax12.h"
@@ -76,18 +74,6 @@ private slots:
         // Widgets ask first, so that a smaller model leaves them on their placeholder.
         QVERIFY(!device->definesField(name));
         QVERIFY_EXCEPTION_THROWN(device->limits(name), std::out_of_range);
-    }
-
-    void modeComboBoxesCarryTheirControllers()
-    {
-        const ZelvarV1 device;
-        const auto operating = device.limits("operatingModeComboBox");
-        QVERIFY(dynamic_cast<OperationModeController *>(operating->controller.get()));
-        QVERIFY(dynamic_cast<InputModeController *>(
-            device.limits("inputModeComboBox")->controller.get()));
-        // Shared with every widget that asks, and made anew for each model.
-        QCOMPARE(device.limits("operatingModeComboBox")->controller, operating->controller);
-        QVERIFY(ZelvarV1().limits("operatingModeComboBox")->controller != operating->controller);
     }
 
     void ax12HasNoRegisterMap()
