@@ -41,19 +41,6 @@ private slots:
     }
 
     // Groups and controllers find the controls only through these casts from QObject.
-    void interfaceCasts()
-    {
-        const auto kinds = [](QObject &&object) {
-            return QString(dynamic_cast<IGroupInputComponent *>(&object) ? "I" : "-") +
-                   (dynamic_cast<IUnitDataField *>(&object) ? "D" : "-") +
-                   (dynamic_cast<IZelvarField *>(&object) ? "F" : "-") +
-                   (dynamic_cast<IConnectInfo *>(&object) ? "C" : "-");
-        };
-        QCOMPARE(kinds(ZelvarComboBox()), QStringLiteral("IDFC"));
-        QCOMPARE(kinds(ZelvarUnitLabel()), QStringLiteral("--FC"));
-        QCOMPARE(kinds(ZelvarStatusCheckBox()), QStringLiteral("---C"));
-    }
-
     void comboDirtyMarks_data()
     {
         addColumns<bool, QList<int>, QList<bool>>({"baudRate", "choices", "marks"});

@@ -1,5 +1,4 @@
-#include "controllers/inputmodecontroller.h"
-#include "controllers/operationmodecontroller.h"
+#include "datacolumns.h"
 #include "device/devicehelper.h"
 #include "device/dynamixelax12.h"
 #include "device/zelvarv1.h"
@@ -57,8 +56,7 @@ private slots:
 
     void unknownNameThrows_data()
     {
-        QTest::addColumn<bool>("ax12");
-        QTest::addColumn<QString>("name");
+        addColumns<bool, QString>({"ax12", "name"});
 
         QTest::newRow("baud rate") << false << "baudRateComboBox";
         QTest::newRow("ax12 name on ours") << false << "positionintegralTermDoubleSpinBox";
@@ -75,24 +73,7 @@ private slots:
             ax12 ? std::unique_ptr<IDevice>(new DynamixelAx12) : std::make_unique<ZelvarV1>();
         // Widgets ask first, so that a smaller model leaves them on their placeholder.
         QVERIFY(!device->definesField(name));
-        try {
-            device->limits(name);
-            QFAIL("no exception");
-        } catch (const std::out_of_range &error) {
-            QCOMPARE(error.what(), "invalid map<K, T> key");
-        }
-    }
-
-    void modeComboBoxesCarryTheirControllers()
-    {
-        const ZelvarV1 device;
-        const auto operating = device.limits("operatingModeComboBox");
-        QVERIFY(dynamic_cast<OperationModeController *>(operating->controller.get()));
-        QVERIFY(dynamic_cast<InputModeController *>(
-            device.limits("inputModeComboBox")->controller.get()));
-        // Shared with every widget that asks, and made anew for each model.
-        QCOMPARE(device.limits("operatingModeComboBox")->controller, operating->controller);
-        QVERIFY(ZelvarV1().limits("operatingModeComboBox")->controller != operating->controller);
+        QVERIFY_EXCEPTION_THROWN(device->limits(name), std::out_of_range);
     }
 
     void ax12HasNoRegisterMap()
@@ -108,8 +89,7 @@ private slots:
 
     void identifiesByBytesFiveAndSix_data()
     {
-        QTest::addColumn<QByteArray>("reply");
-        QTest::addColumn<bool>("ax12");
+        addColumns<QByteArray, bool>({"reply", "ax12"});
 
         // clang-format off
         QTest::newRow("12, 0 is an AX-12") << modelReply(12, 0) << true;

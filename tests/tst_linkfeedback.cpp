@@ -1,6 +1,7 @@
 #include "app/mainwindow.h"
-#include "bridgefolder.h"
+#include "bridgeprocess.h"
 #include "datacolumns.h"
+#include "messageboxanswerer.h"
 #include "monitor/linkmonitor.h"
 #include "search/searchdialog.h"
 #include "settings/settingsdialog.h"
@@ -11,6 +12,7 @@
 #include "simulator/virtualservo.h"
 #include "views/activitydock.h"
 #include "widgets/uigrouphelper.h"
+#include "windowdriver.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -28,45 +30,6 @@ constexpr int patienceMs = 20000;
 const QColor red(0xC6, 0x28, 0x28);
 const QColor simulatedPurple(0x6A, 0x1B, 0x9A);
 
-// A zelvar-virtual-bus bridge of the test's own, listed in the port list while it runs.
-class Bridge
-{
-public:
-    Bridge(const QString &name, const QStringList &faults)
-        : name(name)
-    {
-        QStringList arguments{"--name", name};
-        for (const QString &fault : faults)
-            arguments << "--fault" << fault;
-        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        process.start(ZELVAR_VIRTUAL_BUS_PATH, arguments);
-        started = process.waitForStarted(patienceMs) && process.waitForReadyRead(patienceMs) &&
-                  process.readLine().startsWith("/dev/");
-    }
-    ~Bridge()
-    {
-        if (process.state() != QProcess::NotRunning) {
-            process.kill();
-            process.waitForFinished(patienceMs);
-        }
-        // A killed bridge leaves its registration behind.
-        const QString link = BridgeFolder::path() + '/' + name;
-        QFile::remove(link);
-        QFile::remove(link + ".pid");
-    }
-    void kill()
-    {
-        process.kill();
-        process.waitForFinished(patienceMs);
-    }
-
-    const QString name;
-    bool started = false;
-
-private:
-    QProcess process;
-};
-
 } // namespace
 
 // The link indicator and the activity log through the whole program, on the in-process
@@ -77,13 +40,10 @@ class TestLinkFeedback : public QObject
 
     std::shared_ptr<VirtualBus> bus;
     std::unique_ptr<MainWindow> window;
-    QStringList boxes;
-    QTimer boxCloser;
+    MessageBoxAnswerer answerer;
+    QStringList &boxes = answerer.boxes;
 
-    QAction *action(const char *name) const
-    {
-        return window->findChild<QAction *>(QLatin1String(name));
-    }
+    QAction *action(const char *name) const { return WindowDriver::action(*window, name); }
     QLabel *indicator() const { return window->findChild<QLabel *>("linkIndicator"); }
     ActivityDock *dock() const { return window->findChild<ActivityDock *>("activityDock"); }
     QColor indicatorColour() const
@@ -102,30 +62,15 @@ class TestLinkFeedback : public QObject
 
     void choosePort(const QString &portName, quint8 servoId)
     {
-        SettingsDialog *dialog = SettingsDialog::instance();
-        // Shown, as a user would open it: the list is read afresh then.
-        dialog->show();
-        auto *ports = dialog->findChild<QComboBox *>("serialPortInfoListBox");
-        QVERIFY2(ports->findText(portName) >= 0, qPrintable(portName));
-        ports->setCurrentText(portName);
-        dialog->findChild<QComboBox *>("baudRateBox")->setCurrentText(QString::number(baudRate));
-        dialog->findChild<QPushButton *>("okButton")->click();
-        window->findChild<QToolBar *>()->findChild<QSpinBox *>("idSpinBox")->setValue(servoId);
+        WindowDriver::choosePort(*window, portName, baudRate, servoId);
     }
 
-    bool connected() const { return window->statusBar()->currentMessage() == "Connected"; }
-
-    // On a busy machine the bridge's answer to the one identification can miss its time;
-    // the window then waits for the user to try again, and so does this, once.
     void connectToServo(bool answers = true)
     {
-        action("actionConnect")->trigger();
-        if (!answers || QTest::qWaitFor([this] { return connected(); }, 3000))
-            return;
-        action("actionDisconnect")->trigger();
-        QTest::qWait(150);
-        action("actionConnect")->trigger();
-        QTRY_VERIFY2_WITH_TIMEOUT(connected(), qPrintable(indicator()->text()), patienceMs);
+        if (answers)
+            QVERIFY2(WindowDriver::connectWithOneRetry(*window), qPrintable(indicator()->text()));
+        else
+            action("actionConnect")->trigger();
     }
 
 private slots:
@@ -133,13 +78,6 @@ private slots:
     {
         bus = VirtualBusPortProvider::installProcessBus();
         bus->addServo(alarmedServoId, baudRate)->setValue(ServoRegister::MinVoltageLimit, 1, 200);
-        connect(&boxCloser, &QTimer::timeout, this, [this] {
-            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-                boxes << box->windowTitle() + ": " + box->text();
-                box->done(QMessageBox::Ok);
-            }
-        });
-        boxCloser.start(5);
         window = std::make_unique<MainWindow>();
         window->show();
         window->findChild<QToolBar *>()
@@ -177,9 +115,9 @@ private slots:
             << "Simulated servos: Servo 3 refused the write: access error: the motor is enabled" << red;
         QTest::newRow("hardware alert") << "" << QStringList() << int(alarmedServoId) << virtualBus
             << "Simulated servos: Servo 10 reports a hardware alert" << red;
-        QTest::newRow("bridge, all dropped") << "" << QStringList{"3:drop:100%"} << int(jointServoId) << bridge
+        QTest::newRow("bridge, all dropped") << "" << QStringList{"--fault", "3:drop:100%"} << int(jointServoId) << bridge
             << "Simulated servos: No answer from servo 3 at 57,600 baud on " + bridge + "." << red;
-        QTest::newRow("bridge, all corrupt") << "" << QStringList{"3:corrupt:100%"} << int(jointServoId) << bridge
+        QTest::newRow("bridge, all corrupt") << "" << QStringList{"--fault", "3:corrupt:100%"} << int(jointServoId) << bridge
             << "Simulated servos: No answer from servo 3 at 57,600 baud on " + bridge + "." << red;
         QTest::newRow("bridge killed") << "kill" << QStringList() << int(jointServoId) << bridge
             << "Simulated servos: Link lost: " << red;
@@ -194,9 +132,9 @@ private slots:
         QFETCH(QString, text);
         QFETCH(QColor, colour);
 
-        std::unique_ptr<Bridge> bridge;
+        std::unique_ptr<BridgeProcess> bridge;
         if (port != VirtualBusPortProvider::PortName) {
-            bridge = std::make_unique<Bridge>(port, bridgeFaults);
+            bridge = std::make_unique<BridgeProcess>(ZELVAR_VIRTUAL_BUS_PATH, port, bridgeFaults);
             QVERIFY(bridge->started);
         }
         choosePort(port, quint8(servoId));
@@ -260,8 +198,7 @@ private slots:
         table->selectRow(1);
         QTest::keyClick(table, Qt::Key_C, Qt::ControlModifier);
         const QString copied = QApplication::clipboard()->text();
-        QVERIFY2(copied.startsWith(QString()) && copied.contains("\twrite\t3\t11\t1\t") &&
-                     copied.contains("FF FF FD 00 03"),
+        QVERIFY2(copied.contains("\twrite\t3\t11\t1\t") && copied.contains("FF FF FD 00 03"),
                  qPrintable(copied));
         QVERIFY(window->isVisible());
         QVERIFY(dock()->findChild<QLabel *>("bytesLabel")->text().startsWith("Request: FF FF FD"));
@@ -280,7 +217,8 @@ private slots:
     // found on another port is where the next Connect goes.
     void searchHandsOverItsPort()
     {
-        Bridge bridge(QStringLiteral("search-%1").arg(QCoreApplication::applicationPid()), {});
+        BridgeProcess bridge(ZELVAR_VIRTUAL_BUS_PATH,
+                             QStringLiteral("search-%1").arg(QCoreApplication::applicationPid()));
         QVERIFY(bridge.started);
         choosePort(bridge.name, 0);
         QCOMPARE(SettingsDialog::instance()->portSettings().portName, bridge.name);

@@ -122,9 +122,6 @@ private slots:
         QTest::newRow("2 bytes, hex")
             << false << 10 << 2 << 0x1234u
             << QVector<Cell>{{0, 10, "0x0a", "0x34"}, {0, 11, "0x0b", "0x12"}};
-        QTest::newRow("2 bytes, decimal")
-            << true << 10 << 2 << 0x1234u
-            << QVector<Cell>{{0, 10, "10", "52"}, {0, 11, "11", "18"}};
         QTest::newRow("1 byte shows only its own")
             << false << 3 << 1 << 0xABCDu << QVector<Cell>{{0, 3, "0x03", "0xcd"}};
         QTest::newRow("4 bytes, one bank") << false << 86 << 4 << 0x89ABCDEFu

@@ -1,9 +1,7 @@
-#include "app/mainwindow.h"
 #include "datacolumns.h"
 #include "scriptedportprovider.h"
 #include "scriptedservo.h"
 #include "search/searchdialog.h"
-#include "settings/settings.h"
 #include "simulator/virtualbus.h"
 #include "simulator/virtualbusportprovider.h"
 #include "simulator/virtualservo.h"
@@ -224,33 +222,6 @@ private slots:
         QVERIFY2(shown.first().startsWith("Error: ") && shown.first().contains(box),
                  qPrintable(shown.first()));
         QVERIFY(button("scanPushButton")->isEnabled());
-    }
-
-    void mainWindowTakesOverSelection()
-    {
-        Settings mainWindowSettings("main window settings"), portSettings("port settings");
-        mainWindowSettings.setValue("servoId", 0);
-        portSettings.setValue("baudRate", 57600);
-        delete dialog;
-        auto window = std::make_unique<MainWindow>();
-        dialog = SearchDialog::instance();
-        QVERIFY(dialog);
-
-        window->findChild<QAction *>("actionSearch")->trigger();
-        QVERIFY(dialog->isVisible());
-        dialog->addTreeChild(dialog->addTreeRoot("57600"), "3", "1");
-        QTreeWidgetItem *fast = dialog->addTreeRoot("1000000");
-        dialog->addTreeChild(fast, "1", "1");
-        dialog->addTreeChild(fast, "253", "-3");
-        QVERIFY(!button("selectPushButton")->isEnabled());
-        child<QTreeWidget>("servoTreeWidget")->setCurrentItem(fast->child(1));
-        QTest::mouseClick(button("selectPushButton"), Qt::LeftButton);
-
-        QVERIFY(!dialog->isVisible());
-        QCOMPARE(mainWindowSettings.value("servoId", -1).toInt(), 253);
-        QCOMPARE(portSettings.value("baudRate", -1).toInt(), 1000000);
-        window.reset();
-        QVERIFY(!dialog);
     }
 };
 

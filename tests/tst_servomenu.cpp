@@ -217,41 +217,21 @@ private slots:
         QCOMPARE(servo->value(ServoRegister::ControlEnable, 1), 0u);
     }
 
-    void refusedWritesNothing_data()
-    {
-        QTest::addColumn<bool>("otherModel");
-        QTest::newRow("another model") << true;
-        QTest::newRow("damaged") << false;
-    }
-
+    // Why a file is refused is the codec's to say; here the window must write nothing.
     void refusedWritesNothing()
     {
-        QFETCH(bool, otherModel);
-
         QFile saved(folder.filePath("servo.json"));
         QVERIFY(saved.open(QIODevice::ReadOnly));
-        QByteArray text = saved.readAll();
-        const int modelNumber = int(servo->value(0, 2));
-        if (otherModel) {
-            QJsonObject object = QJsonDocument::fromJson(text).object();
-            object["modelNumber"] = modelNumber + 1;
-            text = QJsonDocument(object).toJson();
-        } else {
-            text.truncate(text.size() / 2);
-        }
+        const QByteArray text = saved.readAll().left(int(saved.size() / 2));
         const QString broken = folder.filePath("broken.json");
         writeFile(broken, text);
         servo->setValue(ServoRegister::TemperatureLimit, 1, 61);
         const QByteArray before = writableRegisters();
 
-        const QString cause =
-            otherModel ? QString("The file is for model number %1; this servo is model number %2.")
-                             .arg(modelNumber + 1)
-                             .arg(modelNumber)
-                       : QString("The file is damaged: unterminated object at character %1.")
-                             .arg(text.size());
         QCOMPARE(load(broken),
-                 QString("Error: broken.json was not loaded. %1 Nothing was written.").arg(cause));
+                 QString("Error: broken.json was not loaded. The file is damaged: unterminated "
+                         "object at character %1. Nothing was written.")
+                     .arg(text.size()));
         QVERIFY(rows.isEmpty());
         QTest::qWait(5 * pollingIntervalMs);
         QCOMPARE(writableRegisters().toHex(), before.toHex());

@@ -1,8 +1,10 @@
+#include "datacolumns.h"
 #include "portprovider.h"
 #include "serialportbackend.h"
 #include "settings/settings.h"
 #include "settings/settingsdialog.h"
 
+#include "datacolumns.h"
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
@@ -10,6 +12,7 @@
 #include <QRadioButton>
 #include <QTabWidget>
 #include <QTranslator>
+
 #include <QtTest>
 
 // This test links its own Settings in place of the program's: a store in memory that also
@@ -145,10 +148,7 @@ private slots:
 
     void storedUnitsCheckButtons_data()
     {
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<int>("value");
-        QTest::addColumn<QString>("checked");
-        QTest::addColumn<QVector<int>>("units");
+        addColumns<QString, int, QString, QVector<int>>({"key", "value", "checked", "units"});
 
         // clang-format off
         QTest::newRow("code 1") << "angularVelocity" << 1 << "revsPerMinuteRadioButton" << QVector<int>{1, 0, 0, 0, 0, 0, 0, 0, 0};

@@ -1,4 +1,4 @@
-#include "bridgefolder.h"
+#include "bridgeprocess.h"
 #include "transactionobserver.h"
 #include "zelvarserialportinterface.h"
 
@@ -14,24 +14,11 @@ class TestVirtualBusBridge : public QObject
 private slots:
     void initTestCase()
     {
-        bridge.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        bridge.start(ZELVAR_VIRTUAL_BUS_PATH, {"--name", bridgeName});
-        QVERIFY(bridge.waitForStarted(10000) && bridge.waitForReadyRead(10000));
-        QVERIFY(bridge.readLine().startsWith("/dev/"));
-        QCOMPARE(port.openSerialPort(bridgeName, 1000000), QString());
+        QVERIFY(bridge.started);
+        QCOMPARE(port.openSerialPort(bridge.name, 1000000), QString());
     }
 
-    void cleanupTestCase()
-    {
-        port.closeSerialPort();
-        if (bridge.state() != QProcess::NotRunning) {
-            bridge.kill();
-            bridge.waitForFinished(10000);
-        }
-        // A killed bridge cannot remove its own entry.
-        QFile::remove(BridgeFolder::path() + '/' + bridgeName);
-        QFile::remove(BridgeFolder::path() + '/' + bridgeName + ".pid");
-    }
+    void cleanupTestCase() { port.closeSerialPort(); }
 
     void readsWritesAndReadsBack()
     {
@@ -70,8 +57,7 @@ private slots:
             void portLost(const QString &reason) override { reasons.append(reason); }
         } listener;
         port.setTransactionObserver(&listener);
-        bridge.kill();
-        QVERIFY(bridge.waitForFinished(10000));
+        QVERIFY(bridge.kill());
         const std::clock_t before = std::clock();
         QTest::qWait(1000);
         // A port left spinning on a hung-up terminal would burn the whole second.
@@ -99,9 +85,8 @@ private:
         return reply;
     }
 
-    const QString bridgeName =
-        QString("bridge-under-test-%1").arg(QCoreApplication::applicationPid());
-    QProcess bridge;
+    BridgeProcess bridge{ZELVAR_VIRTUAL_BUS_PATH,
+                         QString("bridge-under-test-%1").arg(QCoreApplication::applicationPid())};
     ZelvarSerialPortInterface port{nullptr, 2};
 };
 
