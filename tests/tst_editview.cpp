@@ -54,99 +54,20 @@ private slots:
     {
         addColumns<QString, QString, QString>({"name", "className", "text"});
 
-        // Per class, name=text entries. A unit label's caption is followed by its unit; a combo
-        // box lists its items, the current one in brackets; a spin box gives the form's limits.
+        // Per class, name=text entries, only for what the code sets rather than the form: a spin
+        // box's limits come from the device model, a tool button's role and icon from its class.
         const std::pair<const char *, const char *> classes[] = {
-            {"QScrollArea", "scrollArea"},
-            {"ZelvarParametersGroupBox", "realtimeInformationGroupBox=Realtime information;"
-                                         "versionInfoGroupBox=Version information;"
-                                         "zelvarHardwareErrorGroupBox=Hardware error status;"
-                                         "zelvarPacketStatusGroupBox=Status packet information;"
-                                         "nonVolatileParamsGroupBox=Parameters (non-volatile);"
-                                         "volatileParamsGroupBox=Parameters (volatile)"},
-            {"ZelvarUnitLabel",
-             "positionLabel=Position;angularVelocityLabel=Angular velocity;torqueLabel=Torque;"
-             "voltageLabel=Voltage;quadratureCurrentLabel=Phase current (Iq);"
-             "temperatureLabel=Temperature;idLabel=ID;"
-             "ackResponseTimeLabel=Acknowledge response time;"
-             "clockwiseAngleLimitLabel=Clockwise angle limit;"
-             "counterClockwiseAngleLimitLabel=Counter-clockwise angle limit;"
-             "upperTemperatureLimitLabel=Temperature limit;minVoltageLimitLabel=Minimum voltage;"
-             "maxVoltageLimitLabel=Maximum voltage;"
-             "quadratureCurrentLimitLabel=Phase current (Iq) limit:;"
-             "angularVelocityLimitLabel=Angular velocity limit;"
-             "accelerationLimitLabel=Acceleration limit;"
-             "hornPositionOffsetLabel=Home position offset;movingThresholdLabel=Moving threshold;"
-             "defAngularVelocityProfileLabel=Angular velocity profile:;"
-             "defAccelerationProfileLabel=Acceleration profile:;"
-             "targetPositionLabel=Target position;targetAngularVelocityLabel=Target velocity;"
-             "targetTorqueLabel=Target torque;"
-             "angularVelocityProfileLabel=Angular velocity profile:;"
-             "accelerationProfileLabel=Acceleration profile:"},
-            {"ZelvarLineEdit",
-             "actualPositionLineEdit;actualAngularVelocityLineEdit;actualTorqueLineEdit;"
-             "actualVoltageLineEdit;actualQuadratureCurrentLineEdit;actualTemperatureLineEdit;"
-             "modelNumberLineEdit;firmwareVersionLineEdit"},
-            {"ZelvarCheckBox",
-             "isMovingCheckBox=Is moving:;enableMotorCheckBox=Enable motor;"
-             "pendingShadowInstructionCheckBox=Pending shadow instruction:;"
-             "overheatingStatusCheckBox=Overheating error;"
-             "angleLimitStatusCheckBox=Angle limit error;"
-             "inputVoltageStatusCheckBox=Input voltage error;encoderStatusCheckBox=Encoder error;"
-             "hallStatusCheckBox=Hall sensor error"},
-            {"QLabel",
-             "modelNumberLabel=Model number:;firmwareVersionLabel=Firmware version;"
-             "baudRateLabel=Baud rate:;operatingModeLabel=Operating mode:;label_6=Limits;"
-             "label_7=Adjustments;label_9=Default control parameters;label=Position;"
-             "label_2=Angular velocity;label_3=Torque;label_4=Profile;label_5=Miscellaneous"},
-            {"ZelvarBaudRateComboBox", "baudRateComboBox=9600|19200|38400|57600|115200|200000|"
-                                       "250000|400000|500000|1000000|2000000|[-]"},
             {"ZelvarSpinBox", "idSpinBox=max 253;ackResponseTimeSpinBox=max 508"},
-            {"ZelvarComboBox",
-             "operatingModeComboBox=[Torque]|Wheel|Joint|Multi-turn|Stepper|-;"
-             "inputModeComboBox=[Trajectory]|Position|-;"
-             "targetAngularVelocityDirectionComboBox=Counter-clockwise|Clockwise|[-];"
-             "targetTorqueDirectionComboBox=Counter-clockwise|Clockwise|[-]"},
-            {"ZelvarLabel", "inputModeLabel=Input mode:;"
-                            "defPositionProportionalTermLabel=Position proportional term:;"
-                            "defVelocityFeedforwardTermLabel=Velocity feedforward term:;"
-                            "defVelocityProportionalTermLabel=Velocity proportional term:;"
-                            "defVelocityIntegralTermLabel=Velocity integral term:;"
-                            "defCurrentFeedforwardTermLabel=Current feedforward term:;"
-                            "positionProportionalTermLabel=Proportional term:;"
-                            "velocityFeedforwardTermLabel=Velocity feedforward term:;"
-                            "targetAngularVelocityDirectionLabel=Direction:;"
-                            "velocityProportionalTermLabel=Proportional term:;"
-                            "velocityIntegralTermLabel=Integral term:;"
-                            "currentFeedforwardTermLabel=Current feedforward term:;"
-                            "targetTorqueDirectionLabel=Direction:"},
-            {"ZelvarDoubleSpinBox",
-             "clockwiseLimitDoubleSpinBox;counterClockwiseLimitDoubleSpinBox;"
-             "temperatureLimitDoubleSpinBox;minVoltageLimitDoubleSpinBox;"
-             "maxVoltageLimitDoubleSpinBox;quadratureCurrentLimitDoubleSpinBox;"
-             "angularVelocityLimitDoubleSpinBox;accelerationLimitDoubleSpinBox;"
-             "hornPositionOffsetDoubleSpinBox;movingThresholdDoubleSpinBox;"
-             "defPositionProportionalTermDoubleSpinBox=max 31.87;"
-             "defVelocityFeedforwardTermDoubleSpinBox=max 1.02 step 0.01;"
-             "defVelocityProportionalTermDoubleSpinBox=max 31.87;"
-             "defVelocityIntegralTermDoubleSpinBox=max 124.5;"
-             "defCurrentFeedforwardTermDoubleSpinBox=max 1.02 step 0.01;"
-             "defAngularVelocityProfileDoubleSpinBox;defAccelerationProfileDoubleSpinBox;"
-             "targetPositionDoubleSpinBox;positionProportionalTermDoubleSpinBox=max 31.87;"
-             "velocityFeedforwardTermDoubleSpinBox=max 1.02 step 0.01;"
-             "targetAngularVelocityDoubleSpinBox;velocityProportionalTermDoubleSpinBox=max 31.87;"
-             "velocityIntegralTermDoubleSpinBox=max 124.5;"
-             "currentFeedforwardTermDoubleSpinBox=max 1.02 step 0.01;targetTorqueDoubleSpinBox;"
-             "angularVelocityProfileDoubleSpinBox;accelerationProfileDoubleSpinBox"},
+            {"ZelvarDoubleSpinBox", "defPositionProportionalTermDoubleSpinBox=max 31.87;"
+                                    "defVelocityFeedforwardTermDoubleSpinBox=max 1.02 step 0.01;"
+                                    "defVelocityIntegralTermDoubleSpinBox=max 124.5;"
+                                    "velocityProportionalTermDoubleSpinBox=max 31.87;"
+                                    "currentFeedforwardTermDoubleSpinBox=max 1.02 step 0.01"},
             {"ZelvarGroupToolButton",
              "nvParamsCancelToolButton=Cancel;nvParamsEditSaveToolButton=Edit;"
              "vParamsCancelToolButton=Cancel;vParamsEditSaveToolButton=Edit"},
             {"ZelvarStatusCheckBox",
-             "overloadStatusCheckBox=Overload error;processStatusCheckBox=Process failure;"
-             "instructionStatusCheckBox=Instruction error;checksumStatusCheckBox=Checksum error;"
-             "rangeStatusCheckBox=Data range error;dataLengthStatusCheckBox=Data length error;"
-             "dataLimitStatusCheckBox=Data limit error;accessStatusCheckBox=Access error;"
-             "alertStatusCheckBox=Alert"},
+             "overloadStatusCheckBox;processStatusCheckBox;alertStatusCheckBox"},
         };
         for (const auto &[className, entries] : classes)
             for (const QString &entry : QString(entries).split(';')) {
@@ -163,25 +84,12 @@ private slots:
         QWidget *found = view->findChild<QWidget *>(name);
         QVERIFY(found);
         QCOMPARE(found->metaObject()->className(), className);
-        QString shown =
-            found->property(qobject_cast<QGroupBox *>(found) ? "title" : "text").toString();
-        if (auto *combo = qobject_cast<QComboBox *>(found)) {
-            QStringList items;
-            for (int i = 0; i < combo->count(); ++i)
-                items << (i == combo->currentIndex() ? '[' + combo->itemText(i) + ']'
-                                                     : combo->itemText(i));
-            shown = items.join('|');
-        } else if (found->inherits("QAbstractSpinBox")) {
+        if (found->inherits("QAbstractSpinBox")) {
             const double step = found->property("singleStep").toDouble();
-            shown = "max " + QString::number(found->property("maximum").toDouble()) +
-                    (step == 1 ? "" : " step " + QString::number(step));
+            QCOMPARE("max " + QString::number(found->property("maximum").toDouble()) +
+                         (step == 1 ? "" : " step " + QString::number(step)),
+                     text);
         }
-        if (className == "ZelvarUnitLabel")
-            QVERIFY2(shown.startsWith(text), qPrintable(shown));
-        else if (!text.isEmpty())
-            QCOMPARE(shown, text);
-        if (name.startsWith("actual"))
-            QVERIFY(found->property("readOnly").toBool());
         if (auto *button = qobject_cast<ZelvarGroupToolButton *>(found)) {
             QCOMPARE(button->role, text == "Cancel" ? 1 : 0);
             QCOMPARE(button->isCheckable(), text == "Edit");
