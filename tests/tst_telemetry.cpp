@@ -107,26 +107,13 @@ private slots:
         QTest::newRow("position -1 count in degrees")
             << "ZelvarV1"
             << "Actual position" << minusOne << converted << -0.08789062500964943 << "degrees";
-        QTest::newRow("quarter turn in degrees")
-            << "ZelvarV1"
-            << "Target position" << QByteArray::fromHex("00040000") << converted
-            << 89.99999999999311 << "degrees";
         QTest::newRow("2-byte signed angle limit")
             << "ZelvarV1"
             << "CW angle limit" << QByteArray::fromHex("01f8") << radians << -3.141592653589
             << "radians";
-        QTest::newRow("velocity in rpm") << "ZelvarV1"
-                                         << "Actual angular velocity" << QByteArray::fromHex("fc08")
-                                         << converted << 21.963382146687103 << "rpm";
-        QTest::newRow("torque in kg-cm")
-            << "ZelvarV1"
-            << "Actual torque" << QByteArray::fromHex("2823") << converted << 91.77444 << "kg-cm";
         QTest::newRow("current in A")
             << "ZelvarV1"
             << "Actual phase current" << QByteArray::fromHex("c800") << radians << 0.2 << "A";
-        QTest::newRow("temperature in degF")
-            << "ZelvarV1"
-            << "Actual temperature" << QByteArray::fromHex("32") << converted << 122.0 << u8"°F";
         QTest::newRow("target velocity counter-clockwise")
             << "ZelvarV1"
             << "Target angular velocity" << QByteArray::fromHex("e803") << radians << 1.0
